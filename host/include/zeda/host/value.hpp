@@ -25,22 +25,22 @@ namespace type {
 inline constexpr TypeCode null = 0;
 inline constexpr TypeCode boolean = 2;
 inline constexpr TypeCode char16 = 3;
-inline constexpr TypeCode real32 = 8;
-inline constexpr TypeCode real64 = 9;
-inline constexpr TypeCode uint8 = 128;
-inline constexpr TypeCode uint16 = 129;
-inline constexpr TypeCode uint32 = 130;
-inline constexpr TypeCode uint64 = 131;
-inline constexpr TypeCode sint8 = 132;
-inline constexpr TypeCode sint16 = 133;
-inline constexpr TypeCode sint32 = 134;
-inline constexpr TypeCode sint64 = 135;
-inline constexpr TypeCode instance = 4096;
-inline constexpr TypeCode ref = 4097;
-inline constexpr TypeCode string = 4102;
-inline constexpr TypeCode chars = 4103;
-inline constexpr TypeCode dateTime = 4104;
-inline constexpr TypeCode array = 8192;  // bit set on every array type code
+inline constexpr TypeCode real32 = 2 << 2;
+inline constexpr TypeCode real64 = 3 << 2;
+inline constexpr TypeCode uint8 = 8 << 4;
+inline constexpr TypeCode uint16 = 9 << 4;
+inline constexpr TypeCode uint32 = 10 << 4;
+inline constexpr TypeCode uint64 = 11 << 4;
+inline constexpr TypeCode sint8 = 12 << 4;
+inline constexpr TypeCode sint16 = 13 << 4;
+inline constexpr TypeCode sint32 = 14 << 4;
+inline constexpr TypeCode sint64 = 15 << 4;
+inline constexpr TypeCode instance = 16 << 8;
+inline constexpr TypeCode ref = 17 << 8;
+inline constexpr TypeCode string = 22 << 8;
+inline constexpr TypeCode chars = 23 << 8;
+inline constexpr TypeCode dateTime = 24 << 8;
+inline constexpr TypeCode array = 1 << 13;  // bit set on every array type code
 }  // namespace type
 
 // "uint16", "string", "reference", "datetime", "uint16[]" ... (CMPI_chars is
