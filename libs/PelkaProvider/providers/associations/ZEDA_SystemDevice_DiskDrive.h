@@ -1,0 +1,16 @@
+// Provider of the CIM class ZEDA_SystemDevice_DiskDrive.
+#ifndef ZEDA_PELKA_ZEDA_SYSTEMDEVICE_DISKDRIVE_H
+#define ZEDA_PELKA_ZEDA_SYSTEMDEVICE_DISKDRIVE_H
+
+#include "PelkaProvider.h"
+
+namespace zeda::pelka {
+
+class ZEDA_SystemDevice_DiskDrive : public PelkaProvider {
+ public:
+  ZEDA_SystemDevice_DiskDrive(const CmpiBroker& broker, const CmpiContext& ctx);
+};
+
+}  // namespace zeda::pelka
+
+#endif
