@@ -1,0 +1,7 @@
+#include "MIFunction.h"
+
+namespace zeda::pelka {
+
+MIFunction::~MIFunction() = default;
+
+}  // namespace zeda::pelka
