@@ -1,10 +1,80 @@
 #include "providers/elements/ZEDA_DiskDrive.h"
 
+#include <memory>
+#include <string>
+
+#include "inventory/Keys.h"
+#include "inventory/Library.h"
+#include "providers/common/CimValues.h"
+#include "providers/common/Health.h"
+#include "providers/common/InventoryWalk.h"
+#include "providers/elements/DiskDriveBuilder.h"
+
 namespace zeda::pelka {
+
+namespace {
+
+// CIM InterconnectType of a NAS interface name, tested in this order and
+// case-sensitively: exactly "SATA" is 4 (a longer text such as "SATA-3" is
+// not), any text holding "SAS" (also "NL-SAS") is 5, everything else 1.
+CMPIUint16 InterconnectTypeOf(const std::string& interfaceType) {
+  if (interfaceType == "SATA") {
+    return 4;
+  }
+  if (interfaceType.find("SAS") != std::string::npos) {
+    return 5;
+  }
+  return 1;
+}
+
+// CIM DiskType: 3 solid state, 2 hard disk.
+CMPIUint16 DiskTypeOf(bool isSsd) { return isSsd ? 3 : 2; }
+
+}  // namespace
 
 ZEDA_DiskDrive::ZEDA_DiskDrive(const CmpiBroker& broker, const CmpiContext& ctx)
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
   setClassName("ZEDA_DiskDrive");
+  install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());
+  install(this, instanceDelegates().GetInstance, std::make_unique<GetInstance>());
+}
+
+CmpiStatus ZEDA_DiskDrive::EnumInstances::operator()(const CmpiContext& ctx, CmpiResult& rslt,
+                                                     const CmpiObjectPath& cop,
+                                                     const char** properties) {
+  WalkInventory(rslt, cop, [&rslt](const DiskVisit& visit) {
+    const zeda::orvi::OrviDisk& disk = visit.disk;
+    const std::string id = disk.id;
+    const std::string deviceId = DiskDeviceId(visit.systemName, id);
+    const CMPIUint16 healthState =
+        HealthStateOf(visit.orvi.GetDiskHealth(StripFirstColon(id)).healthStatus);
+    const auto operationalStatus =
+        static_cast<CMPIUint16>(util::GetOperationalStatus(disk.status));
+
+    CmpiInstance inst;
+    MakeDiskDriveInstance(inst, "ZEDA_DiskDrive", visit.nameSpace.c_str(), "ZEDA_ComputerSystem",
+                          visit.systemName.c_str(), "ZEDA_DiskDrive", deviceId.c_str(),
+                          id.c_str(), healthState, operationalStatus,
+                          InterconnectTypeOf(disk.interfaceType), DiskTypeOf(disk.isSsd),
+                          CMPIUint32{disk.rpm});
+    rslt.returnData(inst);
+  });
+  return CmpiStatus(CMPI_RC_OK);
+}
+
+CmpiStatus ZEDA_DiskDrive::GetInstance::operator()(const CmpiContext& ctx, CmpiResult& rslt,
+                                                   const CmpiObjectPath& cop,
+                                                   const char** properties) {
+  // The requested keys are not read: every request gets the placeholder.
+  const std::string nameSpace = NameSpaceOf(cop);
+  CmpiInstance inst;
+  MakeDiskDriveInstance(inst, owner()->className().c_str(), nameSpace.c_str(),
+                        "ZEDA_SystemCreationClassName", "ZEDA_SystemName",
+                        "ZEDA_CreationClassName", "ZEDA_DeviceID", "ZEDA_Name", CMPIUint16{0},
+                        CMPIUint16{0}, CMPIUint16{0}, CMPIUint16{0}, CMPIUint32{0});
+  rslt.returnData(inst);
+  rslt.returnDone();
+  return CmpiStatus(CMPI_RC_OK);
 }
 
 }  // namespace zeda::pelka

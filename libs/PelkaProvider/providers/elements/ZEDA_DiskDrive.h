@@ -1,4 +1,4 @@
-// Provider of the CIM class ZEDA_DiskDrive.
+// Provider of the CIM class ZEDA_DiskDrive. One instance per disk of every NAS.
 #ifndef ZEDA_PELKA_ZEDA_DISKDRIVE_H
 #define ZEDA_PELKA_ZEDA_DISKDRIVE_H
 
@@ -9,6 +9,20 @@ namespace zeda::pelka {
 class ZEDA_DiskDrive : public PelkaProvider {
  public:
   ZEDA_DiskDrive(const CmpiBroker& broker, const CmpiContext& ctx);
+
+  // Every disk of every NAS, from the live inventory.
+  class EnumInstances : public InstanceMI::EnumInstancesDelegate {
+   public:
+    CmpiStatus operator()(const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
+                          const char** properties) override;
+  };
+
+  // The fixed placeholder drive, whatever the path names.
+  class GetInstance : public InstanceMI::GetInstanceDelegate {
+   public:
+    CmpiStatus operator()(const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
+                          const char** properties) override;
+  };
 };
 
 }  // namespace zeda::pelka

@@ -1,4 +1,4 @@
-// Provider of the CIM class ZEDA_PhysicalPackage_Disk.
+// Provider of the CIM class ZEDA_PhysicalPackage_Disk. The drive as a piece of hardware.
 #ifndef ZEDA_PELKA_ZEDA_PHYSICALPACKAGE_DISK_H
 #define ZEDA_PELKA_ZEDA_PHYSICALPACKAGE_DISK_H
 
@@ -9,6 +9,20 @@ namespace zeda::pelka {
 class ZEDA_PhysicalPackage_Disk : public PelkaProvider {
  public:
   ZEDA_PhysicalPackage_Disk(const CmpiBroker& broker, const CmpiContext& ctx);
+
+  // Every disk's package of every NAS, from the live inventory and the NAS's identity query.
+  class EnumInstances : public InstanceMI::EnumInstancesDelegate {
+   public:
+    CmpiStatus operator()(const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
+                          const char** properties) override;
+  };
+
+  // The fixed placeholder package, whatever the path names.
+  class GetInstance : public InstanceMI::GetInstanceDelegate {
+   public:
+    CmpiStatus operator()(const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
+                          const char** properties) override;
+  };
 };
 
 }  // namespace zeda::pelka

@@ -1,4 +1,4 @@
-// Provider of the CIM class ZEDA_SoftwareIdentity_Disk.
+// Provider of the CIM class ZEDA_SoftwareIdentity_Disk. The firmware of one disk.
 #ifndef ZEDA_PELKA_ZEDA_SOFTWAREIDENTITY_DISK_H
 #define ZEDA_PELKA_ZEDA_SOFTWAREIDENTITY_DISK_H
 
@@ -9,6 +9,20 @@ namespace zeda::pelka {
 class ZEDA_SoftwareIdentity_Disk : public PelkaProvider {
  public:
   ZEDA_SoftwareIdentity_Disk(const CmpiBroker& broker, const CmpiContext& ctx);
+
+  // One firmware identity per disk of every NAS (disks sharing a version still get one each).
+  class EnumInstances : public InstanceMI::EnumInstancesDelegate {
+   public:
+    CmpiStatus operator()(const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
+                          const char** properties) override;
+  };
+
+  // The fixed placeholder identity, whatever the path names.
+  class GetInstance : public InstanceMI::GetInstanceDelegate {
+   public:
+    CmpiStatus operator()(const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
+                          const char** properties) override;
+  };
 };
 
 }  // namespace zeda::pelka
