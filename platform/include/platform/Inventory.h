@@ -1,0 +1,72 @@
+// The inventory behind libPelkaUtility: what the library serves, where it
+// comes from, and the controls tests and benchmarks use.
+//
+// By default the library serves the JSON file named by PELKA_INVENTORY, or
+// <program-data>/inventory.json. The file is checked on every GetNasList,
+// Nas::Get and util::GetNas call and parsed again only when its path, inode,
+// size, modification or change time differ from the last read.
+//
+// Lifetime of what the library hands out: a Nas&, the std::list<Nas>& and an
+// Orvi& stay valid for the life of the process. Each inventory that was ever
+// served is kept as an immutable snapshot and never freed, so a request that
+// holds references from before a reload keeps a consistent view. A re-read
+// whose content equals the inventory in service keeps the snapshot in service,
+// so touching the file costs no memory; only real changes add a snapshot.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "inventory/Records.h"
+
+namespace zeda::pelka::platform {
+
+struct DiskRecord {
+  zeda::orvi::OrviDisk disk;
+  zeda::orvi::OrviDiskHealth health;
+  zeda::orvi::OrviDiskIdentity identity;
+};
+
+struct NasRecord {
+  std::string name;
+  std::vector<DiskRecord> disks;
+  std::vector<zeda::orvi::OrviDiskGroup> groups;
+};
+
+// One parsed inventory, NAS devices in file order.
+struct Inventory {
+  std::vector<NasRecord> nas;
+};
+
+bool operator==(const Inventory& a, const Inventory& b);
+bool operator!=(const Inventory& a, const Inventory& b);
+
+// The inventory file in use: PELKA_INVENTORY when set, else
+// util::GetProgramDataPath() + "/inventory.json".
+std::string InventoryFilePath();
+
+// Parses and checks inventory JSON text. `fileName` only goes into messages.
+// Throws std::runtime_error with one message naming the file, the place and
+// the problem, e.g.
+//   Bad inventory file /x/inventory.json: nas[0].disks[2].capacity: number is negative
+Inventory ParseInventory(const std::string& jsonText, const std::string& fileName);
+
+// Reads and parses a file; a file that cannot be read gives
+//   Cannot read inventory file <path>: <reason>
+Inventory LoadInventoryFile(const std::string& path);
+
+// Serves `inventory` instead of the file until UseFileInventory() is called.
+void UseInMemoryInventory(Inventory inventory);
+
+// Serves the inventory file again; it is read at the next call.
+void UseFileInventory();
+
+// How many times the library has parsed the inventory file (successful or
+// not) since the process started.
+std::uint64_t InventoryParseCount();
+
+// Makes the next call re-read the file even when it has not changed.
+void ForgetInventoryFileState();
+
+}  // namespace zeda::pelka::platform

@@ -1,0 +1,95 @@
+#include "InventoryFile.h"
+
+#include <cerrno>
+#include <cstring>
+#include <stdexcept>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <tuple>
+#include <unistd.h>
+
+#include "platform/Inventory.h"
+
+namespace zeda::pelka::platform {
+
+namespace {
+
+// Closes the descriptor it owns.
+class FileDescriptor {
+ public:
+  explicit FileDescriptor(int fd) : fd_(fd) {}
+  ~FileDescriptor() {
+    if (fd_ >= 0) ::close(fd_);
+  }
+  FileDescriptor(const FileDescriptor&) = delete;
+  FileDescriptor& operator=(const FileDescriptor&) = delete;
+  int get() const { return fd_; }
+
+ private:
+  int fd_;
+};
+
+std::string Reason(int error) { return std::strerror(error); }
+
+}  // namespace
+
+bool FileStamp::operator==(const FileStamp& other) const {
+  const auto fields = [](const FileStamp& s) {
+    return std::tie(s.path, s.exists, s.device, s.inode, s.size, s.modifiedSeconds,
+                    s.modifiedNanoseconds, s.changedSeconds, s.changedNanoseconds);
+  };
+  return fields(*this) == fields(other);
+}
+
+FileRead ReadFileIfChanged(const std::string& path, const std::optional<FileStamp>& unlessStamp) {
+  FileRead read;
+  read.stamp.path = path;
+  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (file.get() < 0) {
+    read.error = Reason(errno);
+    return read;
+  }
+  struct stat status {};
+  if (::fstat(file.get(), &status) != 0) {
+    read.error = Reason(errno);
+    return read;
+  }
+  read.stamp.exists = true;
+  read.stamp.device = status.st_dev;
+  read.stamp.inode = status.st_ino;
+  read.stamp.size = status.st_size;
+  read.stamp.modifiedSeconds = status.st_mtim.tv_sec;
+  read.stamp.modifiedNanoseconds = status.st_mtim.tv_nsec;
+  read.stamp.changedSeconds = status.st_ctim.tv_sec;
+  read.stamp.changedNanoseconds = status.st_ctim.tv_nsec;
+  if (S_ISDIR(status.st_mode)) {
+    read.error = Reason(EISDIR);
+    return read;
+  }
+  if (unlessStamp && *unlessStamp == read.stamp) {
+    return read;
+  }
+  char buffer[65536];
+  for (;;) {
+    const ssize_t count = ::read(file.get(), buffer, sizeof buffer);
+    if (count == 0) break;
+    if (count < 0) {
+      if (errno == EINTR) continue;
+      read.error = Reason(errno);
+      read.text.clear();
+      return read;
+    }
+    read.text.append(buffer, static_cast<std::size_t>(count));
+  }
+  return read;
+}
+
+Inventory LoadInventoryFile(const std::string& path) {
+  const FileRead read = ReadFileIfChanged(path, std::nullopt);
+  if (!read.error.empty()) {
+    throw std::runtime_error("Cannot read inventory file " + path + ": " + read.error);
+  }
+  return ParseInventory(read.text, path);
+}
+
+}  // namespace zeda::pelka::platform
