@@ -1,10 +1,57 @@
 #include "providers/associations/ZEDA_SystemDevice_DiskDrive.h"
 
+#include <memory>
+
+#include "inventory/Keys.h"
+#include "providers/associations/SystemDeviceAssociation.h"
+#include "providers/elements/DiskDriveBuilder.h"
+
 namespace zeda::pelka {
 
-ZEDA_SystemDevice_DiskDrive::ZEDA_SystemDevice_DiskDrive(const CmpiBroker& broker, const CmpiContext& ctx)
+namespace {
+
+constexpr SystemDeviceKind kDriveInSystem{
+    "ZEDA_SystemDevice_DiskDrive",
+    "ZEDA_DiskDrive",
+    DiskDeviceId,
+    "CIM_ComputerSystem",
+    false,  // the placeholder system is built, never returned
+    "CIM_DiskDrive",
+    MakeFixedDiskDriveInstance,
+};
+
+}  // namespace
+
+ZEDA_SystemDevice_DiskDrive::ZEDA_SystemDevice_DiskDrive(const CmpiBroker& broker,
+                                                         const CmpiContext& ctx)
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
   setClassName("ZEDA_SystemDevice_DiskDrive");
+  install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());
+  install(this, associationDelegates().Associators, std::make_unique<Associators>());
+  install(this, associationDelegates().References, std::make_unique<References>());
+}
+
+CmpiStatus ZEDA_SystemDevice_DiskDrive::EnumInstances::operator()(const CmpiContext& ctx,
+                                                                  CmpiResult& rslt,
+                                                                  const CmpiObjectPath& cop,
+                                                                  const char** properties) {
+  return EnumSystemDevices(kDriveInSystem, rslt, cop);
+}
+
+CmpiStatus ZEDA_SystemDevice_DiskDrive::Associators::operator()(
+    const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
+    const std::string& assocClass, const std::string& resultClass, const std::string& role,
+    const std::string& resultRole, const char** properties) {
+  return SystemDeviceAssociators(kDriveInSystem, rslt, cop, assocClass, resultClass, properties);
+}
+
+CmpiStatus ZEDA_SystemDevice_DiskDrive::References::operator()(const CmpiContext& ctx,
+                                                               CmpiResult& rslt,
+                                                               const CmpiObjectPath& cop,
+                                                               const std::string& resultClass,
+                                                               const std::string& role,
+                                                               const char** properties) {
+  return SystemDeviceReferences(kDriveInSystem, rslt, cop);
 }
 
 }  // namespace zeda::pelka
