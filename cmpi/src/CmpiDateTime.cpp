@@ -1,0 +1,40 @@
+// CmpiDateTime: creation and reading of object-manager date-time values.
+#include "CmpiDateTime.h"
+
+#include "CmpiCall.h"
+
+using cmpi_detail::callRc;
+using cmpi_detail::factories;
+using cmpi_detail::table;
+
+CmpiDateTime::CmpiDateTime(const char* text) {
+  const CMPIBroker* broker = cmpi_detail::requireCurrentBroker("a CmpiDateTime");
+  enc_ = callRc(factories(broker)->newDateTimeFromChars, "CMPIBrokerEncFT.newDateTimeFromChars",
+                broker, text);
+}
+
+CmpiDateTime::CmpiDateTime(CMPIUint64 binary, bool interval) {
+  const CMPIBroker* broker = cmpi_detail::requireCurrentBroker("a CmpiDateTime");
+  enc_ = callRc(factories(broker)->newDateTimeFromBinary, "CMPIBrokerEncFT.newDateTimeFromBinary",
+                broker, binary, static_cast<CMPIBoolean>(interval ? 1 : 0));
+}
+
+CmpiDateTime CmpiDateTime::now() {
+  const CMPIBroker* broker = cmpi_detail::requireCurrentBroker("a CmpiDateTime");
+  return CmpiDateTime(
+      callRc(factories(broker)->newDateTime, "CMPIBrokerEncFT.newDateTime", broker));
+}
+
+CMPIUint64 CmpiDateTime::getDateTime() const {
+  return callRc(table(enc_, "CMPIDateTime")->getBinaryFormat, "CMPIDateTimeFT.getBinaryFormat",
+                enc_);
+}
+
+bool CmpiDateTime::isInterval() const {
+  return callRc(table(enc_, "CMPIDateTime")->isInterval, "CMPIDateTimeFT.isInterval", enc_) != 0;
+}
+
+CmpiString CmpiDateTime::getStringFormat() const {
+  return CmpiString(
+      callRc(table(enc_, "CMPIDateTime")->getStringFormat, "CMPIDateTimeFT.getStringFormat", enc_));
+}
