@@ -1,10 +1,90 @@
 #include "providers/pools/ZEDA_ConcreteComponent_Primordial.h"
 
+#include <memory>
+#include <string>
+
+#include "inventory/Keys.h"
+#include "providers/common/CimValues.h"
+#include "providers/common/InventoryWalk.h"
+#include "providers/pools/ExtentToPool.h"
+#include "providers/pools/PoolReferences.h"
+#include "providers/pools/PoolTable.h"
+#include "providers/pools/PoolToExtents.h"
+
 namespace zeda::pelka {
 
-ZEDA_ConcreteComponent_Primordial::ZEDA_ConcreteComponent_Primordial(const CmpiBroker& broker, const CmpiContext& ctx)
+namespace {
+
+constexpr char kClassName[] = "ZEDA_ConcreteComponent_Primordial";
+constexpr char kExtentClass[] = "ZEDA_StorageExtent_Disk";
+
+// Pool of a disk in the enumeration: free disks in pool 1, spare and cache
+// disks in none (0), every other disk in pool 2.
+int EnumeratedPool(const zeda::orvi::OrviDisk& disk) {
+  if (disk.isFree) {
+    return 1;
+  }
+  if (disk.isSsd || disk.isSpare) {
+    return 0;
+  }
+  return 2;
+}
+
+}  // namespace
+
+ZEDA_ConcreteComponent_Primordial::ZEDA_ConcreteComponent_Primordial(const CmpiBroker& broker,
+                                                                     const CmpiContext& ctx)
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
-  setClassName("ZEDA_ConcreteComponent_Primordial");
+  setClassName(kClassName);
+  install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());
+  auto& associators = install(this, associationDelegates().Associators,
+                              std::make_unique<AssociatorsDelegate>());
+  auto second = std::make_unique<AssociatorsHandler2>(kStoragePoolClass);
+  auto first = std::make_unique<AssociatorsHandler1>(kExtentClass);
+  associators.setHandlers(std::move(first), std::move(second));
+  install(this, associationDelegates().References, std::make_unique<References>());
+}
+
+CmpiStatus ZEDA_ConcreteComponent_Primordial::EnumInstances::operator()(
+    const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
+    const char** properties) {
+  WalkInventory(rslt, cop, [&rslt](const DiskVisit& visit) {
+    const PoolKind* pool = FindPool(EnumeratedPool(visit.disk));
+    if (pool == nullptr) {
+      return;
+    }
+    CmpiObjectPath poolPath(visit.nameSpace.c_str(), kStoragePoolClass);
+    poolPath.setKey("InstanceID", CmpiData(PoolInstanceId(visit.systemName, *pool)));
+    const CmpiObjectPath extentPath =
+        DevicePath(visit.nameSpace, kExtentClass, "ZEDA_ComputerSystem", visit.systemName,
+                   kExtentClass, ExtentDeviceId(visit.systemName, visit.disk.id));
+    rslt.returnData(AssociationInstance(visit.nameSpace, kClassName, "GroupComponent", poolPath,
+                                        "PartComponent", extentPath));
+  });
+  return CmpiStatus(CMPI_RC_OK);
+}
+
+CmpiStatus ZEDA_ConcreteComponent_Primordial::AssociatorsHandler1::operator()(
+    const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
+    const std::string& assocClass, const std::string& resultClass, const std::string& role,
+    const std::string& resultRole, const char** properties) {
+  AnswerExtentPool(rslt, cop, properties, ExtentPoolRule{2, true});
+  return CmpiStatus(CMPI_RC_OK);
+}
+
+CmpiStatus ZEDA_ConcreteComponent_Primordial::AssociatorsHandler2::operator()(
+    const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
+    const std::string& assocClass, const std::string& resultClass, const std::string& role,
+    const std::string& resultRole, const char** properties) {
+  ReturnPoolExtents(rslt, cop, ExtentStatusRule::FromFreeFlag);
+  return CmpiStatus(CMPI_RC_OK);
+}
+
+CmpiStatus ZEDA_ConcreteComponent_Primordial::References::operator()(
+    const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
+    const std::string& resultClass, const std::string& role, const char** properties) {
+  ReturnPlaceholderReference(rslt, cop, kClassName);
+  return CmpiStatus(CMPI_RC_OK);
 }
 
 }  // namespace zeda::pelka

@@ -1,0 +1,41 @@
+#include "providers/pools/ExtentToPool.h"
+
+#include <cstddef>
+#include <string>
+
+#include "Exception.h"
+#include "inventory/Library.h"
+#include "providers/common/CimValues.h"
+#include "providers/pools/ExtentKey.h"
+#include "providers/pools/PoolInstance.h"
+#include "providers/pools/PoolTable.h"
+#include "providers/pools/PoolTotals.h"
+
+namespace zeda::pelka {
+
+void AnswerExtentPool(CmpiResult& rslt, const CmpiObjectPath& extentPath,
+                      const char** properties, ExtentPoolRule rule) {
+  const std::string nameSpace = NameSpaceOf(extentPath);
+  const std::string systemName = cmpi::GetString(extentPath, "SystemName");
+  const std::string deviceId = cmpi::GetString(extentPath, "DeviceID");
+  const ExtentKeyParts key = ParseExtentKey(systemName, deviceId);
+  zeda::orvi::Orvi& orvi = GetOrvi(Nas::Get(key.nasName));
+  const zeda::orvi::OrviDiskList diskList = orvi.GetDiskList();
+  const PoolTotals totals = ComputePoolTotals(diskList);
+
+  const int number = PoolOfDisk(diskList, key.diskId);
+  const PoolKind* pool = number <= rule.highestPool ? FindPool(number) : nullptr;
+  if (pool == nullptr) {
+    throw Exception("Incorrect association class");
+  }
+  const CMPIUint64 total = totals[static_cast<std::size_t>(pool->number - 1)];
+  const CmpiInstance instance = MakePoolInstance(
+      nameSpace, properties, PoolInstanceId(systemName, *pool), pool->elementName, pool->poolId,
+      total, RemainingManagedSpace(*pool, total), pool->usage);
+  if (rule.deliver) {
+    rslt.returnData(instance);
+  }
+  rslt.returnDone();
+}
+
+}  // namespace zeda::pelka
