@@ -116,8 +116,9 @@ class Value {
   // Short human-readable form for test diagnostics, e.g. uint16 7, "abc".
   std::string debugString() const;
 
+  struct Payload;  // opaque, defined by the implementation
+
  private:
-  struct Payload;
   Value(TypeCode type, bool null, std::shared_ptr<const Payload> payload);
   const Payload& expect(bool ok, std::string_view wanted) const;
 

@@ -1,8 +1,10 @@
 // The untyped WBEM URI form of an object path:
 //   [NAMESPACE:]Class.Key="value",Key2="value"   or a bare   [NAMESPACE:]Class
 // Inside a quoted value \" and \\ are escapes. Unquoted values are accepted
-// for integers (uint64 / sint64) and TRUE / FALSE (boolean). Without a
-// namespace the default one is used.
+// for integers (uint64 / sint64) and TRUE / FALSE (boolean). A quoted value
+// that itself reads as an object path with at least one key is taken as a
+// reference, any other quoted value as a string. Without a namespace the
+// default one is used.
 #pragma once
 
 #include <cstddef>

@@ -1,0 +1,17 @@
+// Text forms of scalar values shared by the output formats.
+#pragma once
+
+#include <string>
+
+#include "zeda/host/value.hpp"
+
+namespace zeda::host::detail {
+
+// Shortest text that reads back to the same real32 / real64.
+std::string realText(const Value& v);
+// "abc" with " \ and control characters escaped the MOF way.
+std::string mofQuote(const std::string& s);
+// & < > " ' as XML entities.
+std::string xmlEscape(const std::string& s);
+
+}  // namespace zeda::host::detail

@@ -1,0 +1,58 @@
+// A provider module loaded with dlopen, and the MIs its factories handed out.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "broker.hpp"
+#include "zeda/host/host.hpp"
+
+namespace zeda::host::detail {
+
+class Module {
+ public:
+  // dlopen(path, RTLD_NOW | RTLD_GLOBAL); throws LoadError naming the path
+  // and dlerror().
+  explicit Module(std::string path);
+  ~Module();
+  Module(const Module&) = delete;
+  Module& operator=(const Module&) = delete;
+
+  const std::string& path() const { return path_; }
+  bool isOpen() const { return handle_ != nullptr; }
+  // dlsym; null when the module does not export the name (or is closed).
+  void* symbol(const std::string& name) const;
+  // The exported MI factory names, sorted.
+  std::vector<std::string> factories() const;
+  void close();
+
+ private:
+  std::string path_;
+  void* handle_ = nullptr;
+};
+
+// Every MI a factory handed out and the host accepted, in order.
+class MIRegistry {
+ public:
+  // Calls the factory with the broker, ctx and a fresh CMPIStatus (rc OK,
+  // msg NULL); accepts the MI when it is non-null and rc is 0. Throws
+  // FactoryMissing when the module lacks the factory.
+  CreatedMI create(Module& module, Broker& broker, const CMPIContext* ctx, const std::string& provider, MIKind kind);
+  // The MI that serves operations of provider and kind, or null.
+  void* current(const std::string& provider, MIKind kind) const;
+  // cleanup(ctx, terminating = true) of every accepted MI, newest first.
+  std::vector<Status> cleanupAll(Broker& broker, const CMPIContext* ctx);
+
+ private:
+  struct Record {
+    std::string provider;
+    MIKind kind;
+    void* mi;
+  };
+  std::vector<Record> records_;
+};
+
+// Status read out of a CMPIStatus (message through the string's table).
+Status readStatus(const CMPIStatus& st);
+
+}  // namespace zeda::host::detail

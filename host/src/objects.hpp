@@ -1,0 +1,182 @@
+// The encapsulated objects of the broker, one class per CMPI type. Their
+// function tables are filled by the fill...FT functions, one file per type.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "broker.hpp"
+#include "core.hpp"
+#include "zeda/host/instance.hpp"
+#include "zeda/host/object_path.hpp"
+#include "zeda/host/outcome.hpp"
+#include "zeda/host/value.hpp"
+
+namespace zeda::host::detail {
+
+class StringObj : public Enc<CMPIString> {
+ public:
+  StringObj(Broker& b, std::optional<std::string> text);
+  std::optional<std::string> text;  // nullopt: made from a NULL char*
+};
+
+class ArrayObj : public Enc<CMPIArray> {
+ public:
+  ArrayObj(Broker& b, CMPIType elementType, std::vector<Value> elements);
+  CMPIType elementType;  // scalar code, CMPI_chars folded into CMPI_string
+  std::vector<Value> elements;
+};
+
+class DateTimeObj : public Enc<CMPIDateTime> {
+ public:
+  DateTimeObj(Broker& b, std::uint64_t micros, bool interval, std::optional<std::string> text = std::nullopt);
+  std::uint64_t micros;  // since the epoch (UTC), or the interval length
+  bool interval;
+  std::optional<std::string> text;  // as given to newDateTimeFromChars
+};
+
+// CIM datetime text <-> microseconds. Timestamps: "yyyymmddhhmmss.mmmmmmsUUU"
+// (s = + or -, UUU = UTC offset in minutes); intervals:
+// "ddddddddhhmmss.mmmmmm:000". parse returns false for malformed text.
+bool parseDateTime(const std::string& text, std::uint64_t& micros, bool& interval);
+std::string formatDateTime(std::uint64_t micros, bool interval);
+
+class ObjectPathObj : public Enc<CMPIObjectPath> {
+ public:
+  ObjectPathObj(Broker& b, ObjectPath path, std::string host = {});
+  ObjectPath path;
+  std::string host;
+};
+
+class InstanceObj : public Enc<CMPIInstance> {
+ public:
+  InstanceObj(Broker& b, Instance inst);
+  Instance inst;
+  // Set by setPropertyFilter; nullopt: no filter.
+  std::optional<std::vector<std::string>> propertyFilter;
+  std::vector<std::string> keyFilter;
+  bool admits(const std::string& name) const;
+};
+
+class ArgsObj : public Enc<CMPIArgs> {
+ public:
+  ArgsObj(Broker& b, std::vector<NamedValue> args);
+  std::vector<NamedValue> args;
+};
+
+class ContextObj : public Enc<CMPIContext> {
+ public:
+  ContextObj(Broker& b, std::vector<NamedValue> entries);
+  std::vector<NamedValue> entries;
+};
+
+class EnumerationObj : public Enc<CMPIEnumeration> {
+ public:
+  EnumerationObj(Broker& b, std::vector<Value> items);
+  std::vector<Value> items;
+  std::size_t next = 0;
+};
+
+// Collects what a provider returns into an Outcome owned by the caller.
+class ResultObj : public Enc<CMPIResult> {
+ public:
+  ResultObj(Broker& b, Outcome& sink);
+  Outcome* sink;
+};
+
+class ErrorObj : public Enc<CMPIError> {
+ public:
+  explicit ErrorObj(Broker& b);
+  CMPIErrorType errorType = UnknownErrorType;
+  std::optional<std::string> otherErrorType;
+  std::optional<std::string> owningEntity;
+  std::optional<std::string> messageId;
+  std::optional<std::string> message;
+  CMPIErrorSeverity severity = ErrorSevUnknown;
+  CMPIErrorProbableCause probableCause = ErrorProbCauseUnknown;
+  std::optional<std::string> probableCauseDescription;
+  std::optional<Value> recommendedActions;  // string[]
+  std::optional<std::string> errorSource;
+  CMPIErrorSrcFormat errorSourceFormat = CMPIErrSrcUnknown;
+  std::optional<std::string> otherErrorSourceFormat;
+  CMPIrc cimStatusCode = CMPI_RC_OK;
+  std::optional<std::string> cimStatusCodeDescription;
+  std::optional<Value> messageArguments;  // string[]
+};
+
+class SelectExpObj : public Enc<CMPISelectExp> {
+ public:
+  SelectExpObj(Broker& b, std::string query, std::string language);
+  std::string query;
+  std::string language;
+};
+
+// Makers: the new object belongs to the current scope of the broker's store.
+StringObj* makeString(Broker& b, std::optional<std::string> text);
+ArrayObj* makeArray(Broker& b, CMPIType elementType, std::vector<Value> elements);
+DateTimeObj* makeDateTime(Broker& b, std::uint64_t micros, bool interval,
+                          std::optional<std::string> text = std::nullopt);
+ObjectPathObj* makeObjectPath(Broker& b, ObjectPath path);
+InstanceObj* makeInstance(Broker& b, Instance inst);
+ArgsObj* makeArgs(Broker& b, std::vector<NamedValue> args = {});
+ContextObj* makeContext(Broker& b, std::vector<NamedValue> entries);
+EnumerationObj* makeEnumeration(Broker& b, std::vector<Value> items);
+ResultObj* makeResult(Broker& b, Outcome& sink);
+ErrorObj* makeError(Broker& b);
+SelectExpObj* makeSelectExp(Broker& b, std::string query, std::string language);
+
+// Function tables, one file each.
+void fillStringFT(CMPIStringFT& ft);
+void fillArrayFT(CMPIArrayFT& ft);
+void fillDateTimeFT(CMPIDateTimeFT& ft);
+void fillObjectPathFT(CMPIObjectPathFT& ft);
+void fillInstanceFT(CMPIInstanceFT& ft);
+void fillArgsFT(CMPIArgsFT& ft);
+void fillContextFT(CMPIContextFT& ft);
+void fillEnumerationFT(CMPIEnumerationFT& ft);
+void fillResultFT(CMPIResultFT& ft);
+void fillErrorFT(CMPIErrorFT& ft);
+void fillSelectExpFT(CMPISelectExpFT& ft);
+
+// Names in a NULL-terminated char* list; nullopt for a NULL list.
+std::optional<std::vector<std::string>> readNameList(const char** list);
+
+}  // namespace zeda::host::detail
+
+namespace zeda::host::detail {
+
+// Shared release() / clone() of the function tables.
+template <typename Obj, typename Face>
+CMPIStatus releaseFace(Face* face) {
+  Obj* o = unwrap<Obj>(face);
+  if (o == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
+  o->broker().store().release(*o);
+  return status(CMPI_RC_OK);
+}
+
+// copy(const Obj&) returns the std::unique_ptr<Obj> of the clone.
+template <typename Obj, typename Face, typename Copy>
+Face* cloneFace(const Face* face, CMPIStatus* rc, Copy copy) {
+  return guardedValue<Face*>(rc, nullptr, [&]() -> Face* {
+    Obj* o = unwrap<Obj>(face);
+    if (o == nullptr) {
+      setStatus(rc, CMPI_RC_ERR_INVALID_HANDLE);
+      return nullptr;
+    }
+    Obj* c = o->broker().store().adoptClone(copy(*o));
+    setStatus(rc, CMPI_RC_OK);
+    return c->face();
+  });
+}
+
+// Index look-up of a named value, ignoring case; -1 when absent.
+long findName(const std::vector<NamedValue>& list, const char* name);
+
+}  // namespace zeda::host::detail
+
+namespace zeda::host::detail {
+// Microseconds since the epoch, now (UTC).
+std::uint64_t nowMicros();
+}  // namespace zeda::host::detail

@@ -1,0 +1,244 @@
+// The CIM value model: immutable values with checked accessors.
+#include "zeda/host/value.hpp"
+
+#include <cctype>
+#include <sstream>
+#include <utility>
+#include <variant>
+
+#include "zeda/host/instance.hpp"
+#include "zeda/host/object_path.hpp"
+#include "zeda/host/wbem_uri.hpp"
+
+namespace zeda::host {
+
+struct Value::Payload {
+  std::variant<std::monostate, bool, std::uint64_t, std::int64_t, double, std::string, ObjectPath, Instance,
+               std::vector<Value>>
+      data;
+};
+
+namespace {
+
+bool isUnsignedCode(TypeCode t) {
+  return t == type::uint8 || t == type::uint16 || t == type::uint32 || t == type::uint64 || t == type::char16;
+}
+bool isSignedCode(TypeCode t) {
+  return t == type::sint8 || t == type::sint16 || t == type::sint32 || t == type::sint64;
+}
+bool isRealCode(TypeCode t) { return t == type::real32 || t == type::real64; }
+bool isStringCode(TypeCode t) { return t == type::string || t == type::chars; }
+
+std::string scalarName(TypeCode t) {
+  switch (t) {
+    case type::null: return "null";
+    case type::boolean: return "boolean";
+    case type::char16: return "char16";
+    case type::real32: return "real32";
+    case type::real64: return "real64";
+    case type::uint8: return "uint8";
+    case type::uint16: return "uint16";
+    case type::uint32: return "uint32";
+    case type::uint64: return "uint64";
+    case type::sint8: return "sint8";
+    case type::sint16: return "sint16";
+    case type::sint32: return "sint32";
+    case type::sint64: return "sint64";
+    case type::instance: return "instance";
+    case type::ref: return "reference";
+    case type::string: return "string";
+    case type::chars: return "string";
+    case type::dateTime: return "datetime";
+    default: return "unknown(" + std::to_string(t) + ")";
+  }
+}
+
+template <typename T>
+std::shared_ptr<const Value::Payload> makePayload(T v) {
+  auto p = std::make_shared<Value::Payload>();
+  p->data = std::move(v);
+  return p;
+}
+
+}  // namespace
+
+std::string typeName(TypeCode code) {
+  if ((code & type::array) != 0) {
+    return scalarName(static_cast<TypeCode>(code & ~type::array)) + "[]";
+  }
+  return scalarName(code);
+}
+
+bool namesEqual(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i]))) {
+      return false;
+    }
+  }
+  return true;
+}
+
+Value::Value() = default;
+
+Value::Value(TypeCode type, bool null, std::shared_ptr<const Payload> payload)
+    : type_(type), null_(null), payload_(std::move(payload)) {}
+
+Value Value::null(TypeCode t) { return Value(t, true, nullptr); }
+Value Value::boolean(bool v) { return Value(type::boolean, false, makePayload(v)); }
+Value Value::char16(std::uint16_t v) { return Value(type::char16, false, makePayload(std::uint64_t{v})); }
+Value Value::uint8(std::uint8_t v) { return Value(type::uint8, false, makePayload(std::uint64_t{v})); }
+Value Value::uint16(std::uint16_t v) { return Value(type::uint16, false, makePayload(std::uint64_t{v})); }
+Value Value::uint32(std::uint32_t v) { return Value(type::uint32, false, makePayload(std::uint64_t{v})); }
+Value Value::uint64(std::uint64_t v) { return Value(type::uint64, false, makePayload(v)); }
+Value Value::sint8(std::int8_t v) { return Value(type::sint8, false, makePayload(std::int64_t{v})); }
+Value Value::sint16(std::int16_t v) { return Value(type::sint16, false, makePayload(std::int64_t{v})); }
+Value Value::sint32(std::int32_t v) { return Value(type::sint32, false, makePayload(std::int64_t{v})); }
+Value Value::sint64(std::int64_t v) { return Value(type::sint64, false, makePayload(v)); }
+Value Value::real32(float v) { return Value(type::real32, false, makePayload(double{v})); }
+Value Value::real64(double v) { return Value(type::real64, false, makePayload(v)); }
+Value Value::string(std::string v) { return Value(type::string, false, makePayload(std::move(v))); }
+Value Value::dateTime(std::string text) { return Value(type::dateTime, false, makePayload(std::move(text))); }
+Value Value::reference(ObjectPath path) { return Value(type::ref, false, makePayload(std::move(path))); }
+Value Value::instance(Instance inst) { return Value(type::instance, false, makePayload(std::move(inst))); }
+
+Value Value::array(TypeCode elementType, std::vector<Value> elements) {
+  const auto scalar = static_cast<TypeCode>(elementType & ~type::array);
+  for (const auto& e : elements) {
+    const bool sameKind = e.type() == scalar || (isStringCode(e.type()) && isStringCode(scalar));
+    if (!(e.isNull() && e.type() == type::null) && !sameKind) {
+      throw TypeMismatch("array of " + zeda::host::typeName(scalar) + " cannot hold an element of type " + e.typeName());
+    }
+  }
+  return Value(static_cast<TypeCode>(scalar | type::array), false, makePayload(std::move(elements)));
+}
+
+namespace {
+template <typename T, typename F>
+std::vector<Value> mapAll(const std::vector<T>& in, F f) {
+  std::vector<Value> out;
+  out.reserve(in.size());
+  for (const auto& x : in) out.push_back(f(x));
+  return out;
+}
+}  // namespace
+
+Value Value::uint16s(const std::vector<std::uint16_t>& v) {
+  return array(type::uint16, mapAll(v, [](std::uint16_t x) { return uint16(x); }));
+}
+Value Value::uint32s(const std::vector<std::uint32_t>& v) {
+  return array(type::uint32, mapAll(v, [](std::uint32_t x) { return uint32(x); }));
+}
+Value Value::uint64s(const std::vector<std::uint64_t>& v) {
+  return array(type::uint64, mapAll(v, [](std::uint64_t x) { return uint64(x); }));
+}
+Value Value::strings(const std::vector<std::string>& v) {
+  return array(type::string, mapAll(v, [](const std::string& x) { return string(x); }));
+}
+
+const Value::Payload& Value::expect(bool ok, std::string_view wanted) const {
+  if (!ok) {
+    throw TypeMismatch("value is " + typeName() + ", not " + std::string(wanted));
+  }
+  if (null_ || !payload_) {
+    throw TypeMismatch("value is a null " + typeName() + ", not a " + std::string(wanted) + " value");
+  }
+  return *payload_;
+}
+
+bool Value::b() const { return std::get<bool>(expect(type_ == type::boolean, "boolean").data); }
+std::uint64_t Value::u() const {
+  return std::get<std::uint64_t>(expect(isUnsignedCode(type_), "an unsigned integer").data);
+}
+std::int64_t Value::s() const {
+  return std::get<std::int64_t>(expect(isSignedCode(type_), "a signed integer").data);
+}
+double Value::r() const { return std::get<double>(expect(isRealCode(type_), "a real").data); }
+const std::string& Value::str() const {
+  return std::get<std::string>(expect(isStringCode(type_), "string").data);
+}
+const std::string& Value::dateTimeText() const {
+  return std::get<std::string>(expect(type_ == type::dateTime, "datetime").data);
+}
+const ObjectPath& Value::ref() const { return std::get<ObjectPath>(expect(type_ == type::ref, "reference").data); }
+const Instance& Value::inst() const {
+  return std::get<Instance>(expect(type_ == type::instance, "instance").data);
+}
+const std::vector<Value>& Value::elements() const {
+  return std::get<std::vector<Value>>(expect(isArray(), "an array").data);
+}
+
+namespace {
+template <typename T, typename F>
+std::vector<T> collect(const Value& v, std::string_view what, F get) {
+  std::vector<T> out;
+  const auto& elems = v.elements();
+  out.reserve(elems.size());
+  for (std::size_t i = 0; i < elems.size(); ++i) {
+    try {
+      out.push_back(get(elems[i]));
+    } catch (const TypeMismatch& e) {
+      throw TypeMismatch(std::string(what) + ": element " + std::to_string(i) + ": " + e.what());
+    }
+  }
+  return out;
+}
+}  // namespace
+
+std::vector<bool> Value::bools() const {
+  return collect<bool>(*this, "bools()", [](const Value& e) { return e.b(); });
+}
+std::vector<std::uint64_t> Value::uints() const {
+  return collect<std::uint64_t>(*this, "uints()", [](const Value& e) { return e.u(); });
+}
+std::vector<std::int64_t> Value::sints() const {
+  return collect<std::int64_t>(*this, "sints()", [](const Value& e) { return e.s(); });
+}
+std::vector<std::string> Value::strings() const {
+  return collect<std::string>(*this, "strings()", [](const Value& e) { return e.str(); });
+}
+std::vector<ObjectPath> Value::refs() const {
+  return collect<ObjectPath>(*this, "refs()", [](const Value& e) { return e.ref(); });
+}
+
+bool Value::operator==(const Value& other) const {
+  if (type_ != other.type_ || null_ != other.null_) return false;
+  if (null_) return true;
+  if (payload_ == other.payload_) return true;
+  if (!payload_ || !other.payload_) return false;
+  return payload_->data == other.payload_->data;
+}
+
+std::string Value::debugString() const {
+  std::ostringstream out;
+  out << typeName() << ' ';
+  if (null_) {
+    out << "NULL";
+    return out.str();
+  }
+  std::visit(
+      [&out](const auto& d) {
+        using D = std::decay_t<decltype(d)>;
+        if constexpr (std::is_same_v<D, std::monostate>) {
+          out << "NULL";
+        } else if constexpr (std::is_same_v<D, bool>) {
+          out << (d ? "true" : "false");
+        } else if constexpr (std::is_same_v<D, std::string>) {
+          out << '"' << d << '"';
+        } else if constexpr (std::is_same_v<D, ObjectPath>) {
+          out << formatObjectPath(d);
+        } else if constexpr (std::is_same_v<D, Instance>) {
+          out << "instance of " << d.className();
+        } else if constexpr (std::is_same_v<D, std::vector<Value>>) {
+          out << '{';
+          for (std::size_t i = 0; i < d.size(); ++i) out << (i ? ", " : "") << d[i].debugString();
+          out << '}';
+        } else {
+          out << d;
+        }
+      },
+      payload_->data);
+  return out.str();
+}
+
+}  // namespace zeda::host
