@@ -1,0 +1,88 @@
+#include "classes.hpp"
+
+#include <map>
+
+#include <nlohmann/json.hpp>
+
+namespace zeda::cim {
+
+namespace {
+bool stripSuffix(std::string& s, const std::string& suffix) {
+  if (s.size() <= suffix.size() || s.compare(s.size() - suffix.size(), suffix.size(), suffix) != 0) return false;
+  s.erase(s.size() - suffix.size());
+  return true;
+}
+
+std::string xmlEscape(const std::string& s) {
+  std::string out;
+  for (const char c : s) {
+    switch (c) {
+      case '&': out += "&amp;"; break;
+      case '<': out += "&lt;"; break;
+      case '>': out += "&gt;"; break;
+      case '"': out += "&quot;"; break;
+      default: out += c;
+    }
+  }
+  return out;
+}
+}  // namespace
+
+std::vector<ServedClass> servedClasses(const std::vector<std::string>& factories) {
+  std::map<std::string, ServedClass> byProvider;
+  for (const auto& f : factories) {
+    std::string provider = f;
+    bool known = false;
+    for (const char* kind : {"_Create_InstanceMI", "_Create_AssociationMI", "_Create_MethodMI", "_Create_IndicationMI"}) {
+      if (stripSuffix(provider, kind)) {
+        known = true;
+        break;
+      }
+    }
+    if (!known) continue;
+    ServedClass& c = byProvider[provider];
+    c.provider = provider;
+    c.className = provider;
+    stripSuffix(c.className, "Provider");
+    c.factories.push_back(f);
+  }
+  std::vector<ServedClass> out;
+  for (auto& [name, c] : byProvider) out.push_back(std::move(c));
+  return out;
+}
+
+void printClasses(std::ostream& out, Format format, const std::vector<std::string>& factories) {
+  const auto classes = servedClasses(factories);
+  switch (format) {
+    case Format::Mof:
+      for (const auto& c : classes) {
+        out << c.className << ":";
+        for (const auto& f : c.factories) out << " " << f;
+        out << "\n";
+      }
+      break;
+    case Format::Json: {
+      nlohmann::ordered_json doc;
+      doc["operation"] = "classes";
+      doc["status"] = {{"code", 0}, {"message", nullptr}};
+      doc["done"] = true;
+      doc["results"] = nlohmann::ordered_json::array();
+      for (const auto& c : classes) {
+        nlohmann::ordered_json item;
+        item["classname"] = c.className;
+        item["provider"] = c.provider;
+        item["factories"] = c.factories;
+        doc["results"].push_back(item);
+      }
+      out << doc.dump(2) << "\n";
+      break;
+    }
+    case Format::Xml:
+      out << "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<IRETURNVALUE>\n";
+      for (const auto& c : classes) out << "<CLASSNAME NAME=\"" << xmlEscape(c.className) << "\"/>\n";
+      out << "</IRETURNVALUE>\n";
+      break;
+  }
+}
+
+}  // namespace zeda::cim

@@ -1,0 +1,142 @@
+// zeda-cim: runs one CIM operation against a provider module through the
+// in-process object manager and prints the answer as MOF, JSON or CIM-XML.
+//
+// Exit status: 0 when the operation's status code is 0, 1 for any other
+// code, 2 for a usage error (one line on stderr).
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "classes.hpp"
+#include "options.hpp"
+#include "zeda/host/format.hpp"
+#include "zeda/host/host.hpp"
+#include "zeda/host/wbem_uri.hpp"
+
+namespace zeda::cim {
+
+namespace {
+
+using host::Outcome;
+
+std::string rcName(int code) {
+  switch (code) {
+    case 0: return "CMPI_RC_OK";
+    case 1: return "CMPI_RC_ERR_FAILED";
+    case 2: return "CMPI_RC_ERR_ACCESS_DENIED";
+    case 3: return "CMPI_RC_ERR_INVALID_NAMESPACE";
+    case 4: return "CMPI_RC_ERR_INVALID_PARAMETER";
+    case 5: return "CMPI_RC_ERR_INVALID_CLASS";
+    case 6: return "CMPI_RC_ERR_NOT_FOUND";
+    case 7: return "CMPI_RC_ERR_NOT_SUPPORTED";
+    case 12: return "CMPI_RC_ERR_NO_SUCH_PROPERTY";
+    case 13: return "CMPI_RC_ERR_TYPE_MISMATCH";
+    case 60: return "CMPI_RC_ERR_INVALID_HANDLE";
+    case 61: return "CMPI_RC_ERR_INVALID_DATA_TYPE";
+    case 100: return "CMPI_RC_ERROR_SYSTEM";
+    case 200: return "CMPI_RC_ERROR";
+    default: return "CMPI status";
+  }
+}
+
+std::string modulePath(const Options& o) {
+  if (o.module) return *o.module;
+#ifdef ZEDA_DEFAULT_MODULE
+  return ZEDA_DEFAULT_MODULE;
+#else
+  throw UsageError("no module: give --module PATH");
+#endif
+}
+
+void exportEnvironment(const Options& o) {
+  if (o.inventory) setenv("PELKA_INVENTORY", o.inventory->c_str(), 1);
+  if (o.programData) setenv("PELKA_PROGRAM_DATA", o.programData->c_str(), 1);
+  if (o.nasTrace) setenv("PELKA_NAS_TRACE", o.nasTrace->c_str(), 1);
+}
+
+host::ObjectPath parseTarget(const Options& o) {
+  const std::string ns = o.nameSpace.value_or(host::kDefaultNameSpace);
+  try {
+    host::ObjectPath p = host::parseObjectPath(o.target, ns);
+    if ((o.operation == "ei" || o.operation == "ein") && !p.keys().empty()) {
+      throw UsageError("CLASS " + o.target + " must be a class name without keys");
+    }
+    return p;
+  } catch (const host::UriError& e) {
+    throw UsageError(e.what());
+  }
+}
+
+Outcome runOperation(host::Host& h, const Options& o) {
+  const host::ObjectPath path = parseTarget(o);
+  const std::string& op = o.operation;
+  if (op == "ei") return h.enumerateInstances(path.className() + "Provider", path, o.properties);
+  if (op == "ein") return h.enumerateInstanceNames(path.className() + "Provider", path);
+  if (op == "gi") return h.getInstance(path.className() + "Provider", path, o.properties);
+  // Association operations: the provider of --provider, else of --assoc-class.
+  const std::string provider = (o.provider ? *o.provider : *o.assocClass) + "Provider";
+  if (op == "ai") {
+    return h.associators(provider, path, o.assocClass, o.resultClass, o.role, o.resultRole, o.properties);
+  }
+  if (op == "ain") return h.associatorNames(provider, path, o.assocClass, o.resultClass, o.role, o.resultRole);
+  if (op == "ri") return h.references(provider, path, o.resultClass, o.role, o.properties);
+  return h.referenceNames(provider, path, o.resultClass, o.role);
+}
+
+void print(const Options& o, const Outcome& out) {
+  switch (o.format) {
+    case Format::Json: std::cout << host::toJson(o.operation, out); break;
+    case Format::Mof: std::cout << host::toMof(out); break;
+    case Format::Xml: std::cout << host::toXml(out); break;
+  }
+  if (o.format != Format::Json && !out.ok()) {
+    std::cerr << "zeda-cim: " << rcName(out.status.code) << " (" << out.status.code << ")"
+              << (out.status.message ? ": " + *out.status.message : std::string()) << "\n";
+  }
+}
+
+int run(const std::vector<std::string>& args) {
+  const Options o = parseOptions(args);
+  if (o.help) {
+    std::cout << usageText();
+    return 0;
+  }
+  const std::string module = modulePath(o);
+  struct stat st {};
+  if (stat(module.c_str(), &st) != 0) throw UsageError("module not found: " + module);
+  if (o.operation != "classes") parseTarget(o);  // report a malformed PATH before loading anything
+  exportEnvironment(o);
+  host::Host h(module);
+  if (o.operation == "classes") {
+    printClasses(std::cout, o.format, h.exportedFactories());
+    return 0;
+  }
+  const Outcome out = runOperation(h, o);
+  print(o, out);
+  return out.ok() ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace zeda::cim
+
+int main(int argc, char** argv) {
+  const std::vector<std::string> args(argv + 1, argv + argc);
+  try {
+    return zeda::cim::run(args);
+  } catch (const zeda::cim::UsageError& e) {
+    std::cerr << "zeda-cim: " << e.what() << "\n";
+    return 2;
+  } catch (const zeda::host::FactoryMissing& e) {
+    std::cerr << "zeda-cim: factory missing: " << e.what() << "\n";
+    return 2;
+  } catch (const zeda::host::LoadError& e) {
+    std::cerr << "zeda-cim: " << e.what() << "\n";
+    return 2;
+  } catch (const std::exception& e) {
+    std::cerr << "zeda-cim: error: " << e.what() << "\n";
+    return 1;
+  }
+}

@@ -1,0 +1,128 @@
+#include "options.hpp"
+
+#include <map>
+
+namespace zeda::cim {
+
+namespace {
+
+const std::map<std::string, std::string>& operations() {
+  static const std::map<std::string, std::string> ops{
+      {"ei", "ei"},   {"enumerate-instances", "ei"},       {"ein", "ein"}, {"enumerate-instance-names", "ein"},
+      {"gi", "gi"},   {"get-instance", "gi"},              {"ai", "ai"},   {"associators", "ai"},
+      {"ain", "ain"}, {"associator-names", "ain"},         {"ri", "ri"},   {"references", "ri"},
+      {"rin", "rin"}, {"reference-names", "rin"},          {"classes", "classes"}};
+  return ops;
+}
+
+bool isAssociation(const std::string& op) { return op == "ai" || op == "ain" || op == "ri" || op == "rin"; }
+
+}  // namespace
+
+std::string usageText() {
+  return "usage: zeda-cim [--module PATH] [--inventory FILE] [--program-data DIR] [--nas-trace FILE]\n"
+         "                [--namespace NS] [--format mof|json|xml] [--property NAME]... OPERATION ARGS\n"
+         "  ei  | enumerate-instances CLASS          ein | enumerate-instance-names CLASS\n"
+         "  gi  | get-instance PATH\n"
+         "  ai  | associators PATH [--assoc-class C] [--provider P] [--result-class C] [--role R] [--result-role R]\n"
+         "  ain | associator-names PATH  (same options)\n"
+         "  ri  | references PATH [--assoc-class C] [--provider P] [--result-class C] [--role R]\n"
+         "  rin | reference-names PATH   (same options)\n"
+         "  classes                                 the classes the module serves, with their factories\n"
+         "PATH: [NAMESPACE:]Class.Key=\"value\",Key2=\"value\" or a bare Class (\\\" and \\\\ escape).\n"
+         "Association operations go to the provider of --provider P, else of --assoc-class C.\n";
+}
+
+Options parseOptions(const std::vector<std::string>& args) {
+  Options o;
+  std::vector<std::string> operands;
+  std::vector<std::string> assocOptionsSeen;
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    const std::string& arg = args[i];
+    if (arg == "--help" || arg == "-h") {
+      o.help = true;
+      continue;
+    }
+    if (arg.size() < 2 || arg.compare(0, 2, "--") != 0 || arg == "--") {
+      if (!arg.empty() && arg[0] == '-' && arg != "-") throw UsageError("unknown option " + arg);
+      operands.push_back(arg);
+      continue;
+    }
+    std::string name = arg;
+    std::optional<std::string> inlineValue;
+    if (const auto eq = arg.find('='); eq != std::string::npos) {
+      name = arg.substr(0, eq);
+      inlineValue = arg.substr(eq + 1);
+    }
+    auto value = [&]() -> std::string {
+      if (inlineValue) return *inlineValue;
+      if (i + 1 >= args.size()) throw UsageError("option " + name + " needs a value");
+      return args[++i];
+    };
+    if (name == "--module") {
+      o.module = value();
+    } else if (name == "--inventory") {
+      o.inventory = value();
+    } else if (name == "--program-data") {
+      o.programData = value();
+    } else if (name == "--nas-trace") {
+      o.nasTrace = value();
+    } else if (name == "--namespace") {
+      o.nameSpace = value();
+    } else if (name == "--format") {
+      const std::string f = value();
+      if (f == "mof") {
+        o.format = Format::Mof;
+      } else if (f == "json") {
+        o.format = Format::Json;
+      } else if (f == "xml") {
+        o.format = Format::Xml;
+      } else {
+        throw UsageError("unknown format " + f + " (mof, json or xml)");
+      }
+    } else if (name == "--property") {
+      if (!o.properties) o.properties.emplace();
+      o.properties->push_back(value());
+    } else if (name == "--assoc-class") {
+      o.assocClass = value();
+      assocOptionsSeen.push_back(name);
+    } else if (name == "--provider") {
+      o.provider = value();
+      assocOptionsSeen.push_back(name);
+    } else if (name == "--result-class") {
+      o.resultClass = value();
+      assocOptionsSeen.push_back(name);
+    } else if (name == "--role") {
+      o.role = value();
+      assocOptionsSeen.push_back(name);
+    } else if (name == "--result-role") {
+      o.resultRole = value();
+      assocOptionsSeen.push_back(name);
+    } else {
+      throw UsageError("unknown option " + name);
+    }
+  }
+  if (o.help) return o;
+  if (operands.empty()) throw UsageError("no operation given");
+  const auto op = operations().find(operands[0]);
+  if (op == operations().end()) throw UsageError("unknown operation " + operands[0]);
+  o.operation = op->second;
+  const std::size_t wanted = o.operation == "classes" ? 1 : 2;
+  if (operands.size() < wanted) {
+    throw UsageError(operands[0] + " needs " + (o.operation == "ei" || o.operation == "ein" ? "a CLASS" : "a PATH"));
+  }
+  if (operands.size() > wanted) throw UsageError("unexpected argument " + operands[wanted]);
+  if (wanted == 2) o.target = operands[1];
+  if (!isAssociation(o.operation) && !assocOptionsSeen.empty()) {
+    throw UsageError("option " + assocOptionsSeen.front() + " applies to association operations only");
+  }
+  if ((o.operation == "ri" || o.operation == "rin") && o.resultRole) {
+    throw UsageError("option --result-role does not apply to " + operands[0]);
+  }
+  if (isAssociation(o.operation) && !o.provider && !o.assocClass) {
+    throw UsageError(operands[0] + " needs --assoc-class or --provider");
+  }
+  return o;
+}
+
+}  // namespace zeda::cim
