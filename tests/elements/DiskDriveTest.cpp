@@ -223,14 +223,5 @@ TEST(DiskDriveOperations, OnlyEnumerationAndGetInstanceAreServed) {
   EXPECT_EQ(removal.code(), 7);
 }
 
-TEST(DiskDriveEnumerate, AFailingInventoryReachesTheCallerAsCode200) {
-  // The library refuses the document; the failure passes unchanged.
-  const ScopedInventory inventory("{\"nas\": [{\"disks\": []}]}");
-  const Outcome outcome = Enumerate();
-  EXPECT_EQ(outcome.code(), 200);
-  EXPECT_FALSE(outcome.done);
-  EXPECT_TRUE(outcome.results.empty());
-}
-
 }  // namespace
 }  // namespace zeda::testing::elements
