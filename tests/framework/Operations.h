@@ -5,6 +5,7 @@
 #define ZEDA_TESTS_FRAMEWORK_OPERATIONS_H
 
 #include <functional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,8 @@ struct Operation {
   std::function<CmpiStatus(TestProvider&, CallArgs&)> call;
   std::function<const MIFunction*(TestProvider&)> slot;
 };
+
+inline void PrintTo(const Operation& op, std::ostream* os) { *os << op.name; }
 
 // All 18, in the order of the binding's interfaces.
 const std::vector<Operation>& AllOperations();

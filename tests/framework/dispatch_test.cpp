@@ -70,9 +70,9 @@ TEST(PelkaProvider, InstallingReplacesAndDestroysThePreviousDelegate) {
   EXPECT_EQ(destroyed, (Texts{"first", "second"}));  // the table owns its delegates
 }
 
-class EachOperation : public ::testing::TestWithParam<Operation> {};
+class DispatchedOperation : public ::testing::TestWithParam<Operation> {};
 
-TEST_P(EachOperation, WithoutDelegateAnswersNotSupportedAndKeepsTheDefault) {
+TEST_P(DispatchedOperation, WithoutDelegateAnswersNotSupportedAndKeepsTheDefault) {
   const Operation& op = GetParam();
   TestProvider provider(Broker(), Context(), "TEST_Dispatch");
   CallArgs args;
@@ -93,7 +93,7 @@ TEST_P(EachOperation, WithoutDelegateAnswersNotSupportedAndKeepsTheDefault) {
   EXPECT_TRUE(capture.lines().empty());
 }
 
-TEST_P(EachOperation, InstalledDelegateServesTheCall) {
+TEST_P(DispatchedOperation, InstalledDelegateServesTheCall) {
   const Operation& op = GetParam();
   TestProvider provider(Broker(), Context(), "TEST_Dispatch");
   Seen seen;
@@ -106,7 +106,7 @@ TEST_P(EachOperation, InstalledDelegateServesTheCall) {
   EXPECT_EQ(op.slot(provider), installed);
 }
 
-INSTANTIATE_TEST_SUITE_P(AllOperations, EachOperation, ::testing::ValuesIn(AllOperations()),
+INSTANTIATE_TEST_SUITE_P(AllOperations, DispatchedOperation, ::testing::ValuesIn(AllOperations()),
                          [](const ::testing::TestParamInfo<Operation>& info) {
                            return info.param.name;
                          });

@@ -177,9 +177,9 @@ TEST(FailureWrapperClassName, ProviderWithoutClassNameLogsUnknown) {
 }
 
 // Every operation runs inside the wrapper and logs with its own line.
-class EachOperation : public ::testing::TestWithParam<Operation> {};
+class WrappedOperation : public ::testing::TestWithParam<Operation> {};
 
-TEST_P(EachOperation, ProviderExceptionIsLoggedWithTheOperationsLine) {
+TEST_P(WrappedOperation, ProviderExceptionIsLoggedWithTheOperationsLine) {
   const Operation& op = GetParam();
   TestProvider provider(Broker(), Context(), "TEST_Lines");
   Seen seen;
@@ -197,7 +197,7 @@ TEST_P(EachOperation, ProviderExceptionIsLoggedWithTheOperationsLine) {
   EXPECT_EQ(lines[0].text, "TEST_Lines: boom in " + op.name + " (RC=4)");
 }
 
-TEST_P(EachOperation, UnknownThrowIsConvertedToo) {
+TEST_P(WrappedOperation, UnknownThrowIsConvertedToo) {
   const Operation& op = GetParam();
   TestProvider provider(Broker(), Context(), "TEST_Lines");
   Seen seen;
@@ -213,7 +213,7 @@ TEST_P(EachOperation, UnknownThrowIsConvertedToo) {
   EXPECT_EQ(lines[0].text, "TEST_Lines: Unknown error");
 }
 
-TEST_P(EachOperation, ReturnedStatusPassesThroughUnlogged) {
+TEST_P(WrappedOperation, ReturnedStatusPassesThroughUnlogged) {
   const Operation& op = GetParam();
   TestProvider provider(Broker(), Context(), "TEST_Lines");
   Seen seen;
@@ -227,7 +227,7 @@ TEST_P(EachOperation, ReturnedStatusPassesThroughUnlogged) {
   EXPECT_TRUE(FrameworkLines(capture).empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(AllOperations, EachOperation, ::testing::ValuesIn(AllOperations()),
+INSTANTIATE_TEST_SUITE_P(AllOperations, WrappedOperation, ::testing::ValuesIn(AllOperations()),
                          [](const ::testing::TestParamInfo<Operation>& info) {
                            return info.param.name;
                          });
