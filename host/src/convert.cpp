@@ -136,6 +136,9 @@ std::optional<std::string> readString(const CMPIString* s) {
 
 Value toValue(const CMPIValue* value, CMPIType type) {
   if (value == nullptr) return Value::null(storedType(type));
+  // Passed as an argument, a CMPI_chars value is the char* itself (as every
+  // object manager reads it), not a CMPIValue holding one.
+  if (type == CMPI_chars) return Value::string(reinterpret_cast<const char*>(value));
   CMPIData d{};
   d.type = type;
   d.state = CMPI_goodValue;

@@ -12,7 +12,9 @@ namespace zeda::host::detail {
 
 // The value behind (value, type) as a provider hands it to setProperty,
 // addKey, addArg, returnData ...; a NULL value pointer is a null of that
-// type. CMPI_chars becomes string. Throws RcError: CMPI_RC_ERR_INVALID_DATA_TYPE
+// type. For CMPI_chars the value pointer is the char* itself (the convention
+// of the CMPI standard's macros and of every object manager); it becomes a
+// string. Throws RcError: CMPI_RC_ERR_INVALID_DATA_TYPE
 // for types the host does not store, CMPI_RC_ERR_INVALID_HANDLE for released
 // or null encapsulated objects where a value is required.
 Value toValue(const CMPIValue* value, CMPIType type);

@@ -1,0 +1,252 @@
+// zeda-cim run as a program against the test provider module.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "host_fixture.hpp"
+
+using nlohmann::json;
+
+namespace {
+
+struct CliRun {
+  int status = -1;
+  std::string out;
+  std::string err;
+};
+
+std::string slurp(const std::string& path) {
+  std::ifstream in(path);
+  return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
+
+std::string quote(const std::string& s) {
+  std::string out = "'";
+  for (const char c : s) {
+    if (c == '\'') {
+      out += "'\\''";
+    } else {
+      out += c;
+    }
+  }
+  return out + "'";
+}
+
+// Runs zeda-cim with args (each quoted for the shell).
+CliRun zedaCim(const std::vector<std::string>& args) {
+  const std::string dir = ::testing::TempDir();
+  const std::string outFile = dir + "/zeda_cim_out.txt";
+  const std::string errFile = dir + "/zeda_cim_err.txt";
+  std::string cmd = quote(ZEDA_CIM);
+  for (const auto& a : args) cmd += " " + quote(a);
+  cmd += " >" + quote(outFile) + " 2>" + quote(errFile);
+  CliRun r;
+  const int raw = std::system(cmd.c_str());
+  r.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+  r.out = slurp(outFile);
+  r.err = slurp(errFile);
+  return r;
+}
+
+std::vector<std::string> withModule(std::vector<std::string> args) {
+  args.insert(args.begin(), {"--module", zeda::host::test_support::testProvider()});
+  return args;
+}
+
+int lines(const std::string& s) { return static_cast<int>(std::count(s.begin(), s.end(), '\n')); }
+
+TEST(ZedaCim, JsonEnumerateInstancesIsTheExactDocument) {
+  const CliRun r = zedaCim(withModule({"--format", "json", "--property", "U16", "--property", "R64", "ei",
+                                    "ZEDA_HostTest"}));
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.err, "");
+  const json path1 = {{"namespace", "root/cimv2"},
+                      {"classname", "ZEDA_HostTest"},
+                      {"keys", json::array({{{"name", "InstanceID"}, {"type", "string"}, {"value", "1"}}})}};
+  const json path2 = {{"namespace", "root/cimv2"},
+                      {"classname", "ZEDA_HostTest"},
+                      {"keys", json::array({{{"name", "InstanceID"}, {"type", "string"}, {"value", "2"}}})}};
+  const json expected = {
+      {"operation", "ei"},
+      {"status", {{"code", 0}, {"message", nullptr}}},
+      {"done", true},
+      {"results",
+       json::array({{{"path", path1},
+                     {"properties", json::array({{{"name", "InstanceID"}, {"type", "string"}, {"value", "1"}},
+                                                 {{"name", "U16"}, {"type", "uint16"}, {"value", 65535}},
+                                                 {{"name", "R64"}, {"type", "real64"}, {"value", -0.25}}})}},
+                    {{"path", path2},
+                     {"properties", json::array({{{"name", "InstanceID"}, {"type", "string"}, {"value", "2"}},
+                                                 {{"name", "U16"}, {"type", "uint16"}, {"value", 2}}})}}})}};
+  EXPECT_EQ(json::parse(r.out), expected);
+}
+
+TEST(ZedaCim, JsonCarriesEveryTypeWithExactIntegers) {
+  const CliRun r = zedaCim(withModule({"--format", "json", "gi", "ZEDA_HostTest.InstanceID=\"1\""}));
+  ASSERT_EQ(r.status, 0) << r.err;
+  const json doc = json::parse(r.out);
+  const json& props = doc["results"][0]["properties"];
+  std::map<std::string, json> byName;
+  for (const auto& p : props) byName[p["name"]] = p;
+  EXPECT_EQ(byName["U64"]["value"].get<std::uint64_t>(), UINT64_MAX);
+  EXPECT_EQ(byName["S64"]["value"].get<std::int64_t>(), INT64_MIN);
+  EXPECT_NE(r.out.find("18446744073709551615"), std::string::npos);
+  EXPECT_EQ(byName["Span"]["type"], "datetime");
+  EXPECT_EQ(byName["Span"]["value"], "00000001020304.000005:000");
+  EXPECT_EQ(byName["Ref"]["type"], "reference");
+  EXPECT_EQ(byName["Ref"]["value"]["keys"][0]["value"], "2");
+  EXPECT_EQ(byName["BoolA"]["type"], "boolean[]");
+  EXPECT_EQ(byName["BoolA"]["value"], json::array({true, false}));
+  EXPECT_EQ(byName["U64A"]["type"], "uint64[]");
+  EXPECT_EQ(byName["NullStr"]["value"], nullptr);
+  EXPECT_EQ(props.size(), 21u);
+}
+
+TEST(ZedaCim, MofIsTheDefault) {
+  const CliRun r = zedaCim(withModule({"--property", "U16", "ei", "ZEDA_HostTest"}));
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.out,
+            "instance of ZEDA_HostTest {\n    InstanceID = \"1\";\n    U16 = 65535;\n};\n"
+            "\ninstance of ZEDA_HostTest {\n    InstanceID = \"2\";\n    U16 = 2;\n};\n");
+  const CliRun names = zedaCim(withModule({"ein", "ZEDA_HostTest"}));
+  EXPECT_EQ(names.out,
+            "root/cimv2:ZEDA_HostTest.InstanceID=\"1\"\nroot/cimv2:ZEDA_HostTest.InstanceID=\"2\"\n");
+}
+
+TEST(ZedaCim, XmlOutput) {
+  const CliRun r = zedaCim(withModule({"--format", "xml", "--property", "Name", "gi", "ZEDA_HostTest.InstanceID=\"1\""}));
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_NE(r.out.find("<VALUE.NAMEDINSTANCE><INSTANCENAME CLASSNAME=\"ZEDA_HostTest\">"), std::string::npos);
+  EXPECT_NE(r.out.find("<PROPERTY NAME=\"Name\" TYPE=\"string\"><VALUE>Disk &quot;one&quot; &lt;&amp;&gt; \\ end"
+                       "</VALUE></PROPERTY>"),
+            std::string::npos)
+      << r.out;
+}
+
+TEST(ZedaCim, NamespaceOption) {
+  const CliRun r = zedaCim(withModule({"--namespace", "root/zeda", "ein", "ZEDA_HostTest"}));
+  EXPECT_EQ(r.out, "root/zeda:ZEDA_HostTest.InstanceID=\"1\"\nroot/zeda:ZEDA_HostTest.InstanceID=\"2\"\n");
+}
+
+TEST(ZedaCim, AssociationClassHandedOverAsGivenOrNull) {
+  const CliRun nullAssoc = zedaCim(
+      withModule({"--format", "json", "ai", "ZEDA_HostTest.InstanceID=\"1\"", "--provider", "ZEDA_HostTest"}));
+  ASSERT_EQ(nullAssoc.status, 0) << nullAssoc.err;
+  json doc = json::parse(nullAssoc.out);
+  EXPECT_EQ(doc["operation"], "ai");
+  EXPECT_EQ(doc["results"][0]["properties"][1], json::parse(R"({"name": "AssocClass", "type": "string", "value": null})"));
+
+  const CliRun cased = zedaCim(withModule({"--format", "json", "associators", "ZEDA_HostTest.InstanceID=\"1\"",
+                                        "--assoc-class", "zeda_hosttest", "--provider", "ZEDA_HostTest",
+                                        "--role", "R", "--result-role", "RR", "--result-class", "C"}));
+  ASSERT_EQ(cased.status, 0) << cased.err;
+  doc = json::parse(cased.out);
+  const json& p = doc["results"][0]["properties"];
+  EXPECT_EQ(p[1]["value"], "zeda_hosttest");
+  EXPECT_EQ(p[2]["value"], "C");
+  EXPECT_EQ(p[3]["value"], "R");
+  EXPECT_EQ(p[4]["value"], "RR");
+  EXPECT_EQ(p[5]["value"], nullptr);  // no --property: a null list
+}
+
+TEST(ZedaCim, ProviderFollowsTheAssociationClass) {
+  const CliRun r = zedaCim(withModule({"ain", "ZEDA_HostTest.InstanceID=\"1\"", "--assoc-class", "ZEDA_HostTest"}));
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.out, "root/cimv2:ZEDA_HostTest.InstanceID=\"2\"\n");
+}
+
+TEST(ZedaCim, NonZeroStatusExitsOne) {
+  const CliRun r = zedaCim(withModule({"--format", "json", "rin", "ZEDA_HostTest.InstanceID=\"1\"", "--provider",
+                                    "ZEDA_HostTest"}));
+  EXPECT_EQ(r.status, 1);
+  const json doc = json::parse(r.out);
+  EXPECT_EQ(doc["status"], json::parse(R"({"code": 6, "message": "reference names: nothing more"})"));
+  EXPECT_EQ(doc["done"], false);
+  EXPECT_EQ(doc["results"].size(), 1u);
+
+  const CliRun mof = zedaCim(withModule({"gi", "ZEDA_HostTest.InstanceID=\"9\""}));
+  EXPECT_EQ(mof.status, 1);
+  EXPECT_EQ(mof.out, "");
+  EXPECT_EQ(mof.err, "zeda-cim: CMPI_RC_ERR_NOT_FOUND (6): no such instance\n");
+}
+
+TEST(ZedaCim, ClassesListsTheFactoriesOfTheModule) {
+  const CliRun r = zedaCim(withModule({"classes"}));
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.out,
+            "ZEDA_HostHalf: ZEDA_HostHalfProvider_Create_InstanceMI\n"
+            "ZEDA_HostRefuse: ZEDA_HostRefuseProvider_Create_InstanceMI\n"
+            "ZEDA_HostTest: ZEDA_HostTestProvider_Create_AssociationMI ZEDA_HostTestProvider_Create_IndicationMI "
+            "ZEDA_HostTestProvider_Create_InstanceMI ZEDA_HostTestProvider_Create_MethodMI\n");
+  const CliRun j = zedaCim(withModule({"--format", "json", "classes"}));
+  const json doc = json::parse(j.out);
+  EXPECT_EQ(doc["results"].size(), 3u);
+  EXPECT_EQ(doc["results"][2]["classname"], "ZEDA_HostTest");
+  EXPECT_EQ(doc["results"][2]["provider"], "ZEDA_HostTestProvider");
+}
+
+TEST(ZedaCim, EnvironmentIsSetBeforeLoading) {
+  // The refusing factory is reached through the provider of its class; the
+  // exit status follows the factory's code.
+  const CliRun r = zedaCim(withModule({"--inventory", "/tmp/inv.json", "--program-data", "/tmp/pd", "--nas-trace",
+                                    "/tmp/trace", "ei", "ZEDA_HostRefuse"}));
+  EXPECT_EQ(r.status, 1);
+  EXPECT_EQ(r.err, "zeda-cim: CMPI_RC_ERR_ACCESS_DENIED (2): refused\n");
+}
+
+struct UsageCase {
+  std::vector<std::string> args;
+  std::string message;
+};
+
+class ZedaCimUsage : public ::testing::TestWithParam<UsageCase> {};
+
+TEST_P(ZedaCimUsage, ExitsTwoWithOneLine) {
+  const UsageCase c = GetParam();
+  const CliRun r = zedaCim(c.args);
+  EXPECT_EQ(r.status, 2);
+  EXPECT_EQ(r.out, "");
+  EXPECT_EQ(lines(r.err), 1) << r.err;
+  EXPECT_EQ(r.err, "zeda-cim: " + c.message + "\n");
+}
+
+std::vector<UsageCase> usageCases() {
+  const std::string m = zeda::host::test_support::testProvider();
+  return {
+      {{"--module", m, "--bogus", "ei", "X"}, "unknown option --bogus"},
+      {{"--module", m, "-x", "ei", "X"}, "unknown option -x"},
+      {{"--module", m}, "no operation given"},
+      {{"--module", m, "frobnicate", "X"}, "unknown operation frobnicate"},
+      {{"--module", m, "ei"}, "ei needs a CLASS"},
+      {{"--module", m, "gi"}, "gi needs a PATH"},
+      {{"--module", m, "ei", "A", "B"}, "unexpected argument B"},
+      {{"--module", m, "--format", "yaml", "ei", "X"}, "unknown format yaml (mof, json or xml)"},
+      {{"--module", m, "ei", "X", "--module"}, "option --module needs a value"},
+      {{"--module", m, "ai", "ZEDA_HostTest"}, "ai needs --assoc-class or --provider"},
+      {{"--module", m, "ei", "X", "--role", "R"}, "option --role applies to association operations only"},
+      {{"--module", m, "ri", "X", "--provider", "P", "--result-role", "R"},
+       "option --result-role does not apply to ri"},
+      {{"--module", m, "gi", "ZEDA_HostTest.InstanceID=\"1"},
+       "malformed object path at column 26: unterminated quoted value"},
+      {{"--module", m, "gi", "ZEDA_HostTest.=1"}, "malformed object path at column 15: expected key name"},
+      {{"--module", m, "ei", "ZEDA_HostTest.A=\"1\""}, "CLASS ZEDA_HostTest.A=\"1\" must be a class name without keys"},
+      {{"--module", "/nonexistent/module.so", "ei", "X"}, "module not found: /nonexistent/module.so"},
+      {{"--module", m, "ei", "ZEDA_Nobody"},
+       "factory missing: module " + m + " exports no ZEDA_NobodyProvider_Create_InstanceMI"},
+  };
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, ZedaCimUsage, ::testing::ValuesIn(usageCases()));
+
+TEST(ZedaCim, HelpGoesToStdout) {
+  const CliRun r = zedaCim({"--help"});
+  EXPECT_EQ(r.status, 0);
+  EXPECT_EQ(r.out.rfind("usage: zeda-cim", 0), 0u);
+}
+
+}  // namespace
