@@ -74,8 +74,8 @@ inline ObjectPath DevicePath(const std::string& className, const std::string& sc
 // A real drive / extent path of a NAS disk.
 inline ObjectPath DrivePath(const std::string& systemName, const std::string& deviceId,
                             const std::string& ns = kNs) {
-  return DevicePath("ZEDA_DiskDrive", "ZEDA_ComputerSystem", systemName, "ZEDA_DiskDrive",
-                    deviceId, ns);
+  return DevicePath("ZEDA_DiskDrive", "ZEDA_ComputerSystem", systemName, "ZEDA_DiskDrive", deviceId,
+                    ns);
 }
 
 inline ObjectPath ExtentPath(const std::string& systemName, const std::string& deviceId,
@@ -85,8 +85,7 @@ inline ObjectPath ExtentPath(const std::string& systemName, const std::string& d
 }
 
 // The device path whose keys hold the fixed "ZEDA_" words.
-inline ObjectPath PlaceholderDevicePath(const std::string& className,
-                                        const std::string& ns = kNs) {
+inline ObjectPath PlaceholderDevicePath(const std::string& className, const std::string& ns = kNs) {
   return DevicePath(className, "ZEDA_SystemCreationClassName", "ZEDA_SystemName",
                     "ZEDA_CreationClassName", "ZEDA_DeviceID", ns);
 }
@@ -106,8 +105,8 @@ inline ObjectPath SoftwarePath(const std::string& instanceId, const std::string&
 inline Instance Association(const std::string& className, const std::string& firstRole,
                             const ObjectPath& first, const std::string& secondRole,
                             const ObjectPath& second, const std::string& ns = kNs) {
-  return Instance(ObjectPath(ns, className), {{firstRole, Value::reference(first)},
-                                              {secondRole, Value::reference(second)}});
+  return Instance(ObjectPath(ns, className),
+                  {{firstRole, Value::reference(first)}, {secondRole, Value::reference(second)}});
 }
 
 // A drive instance with the twelve drive properties in their order.
@@ -138,8 +137,8 @@ inline Instance DriveInstance(const std::string& className, const DriveValues& v
 inline Instance PlaceholderDrive(const std::string& className, const std::string& name,
                                  const std::string& ns = kNs) {
   return DriveInstance(className,
-                       {"ZEDA_SystemCreationClassName", "ZEDA_SystemName",
-                        "ZEDA_CreationClassName", "ZEDA_DeviceID", name, 0, 0, 0, 0, 0},
+                       {"ZEDA_SystemCreationClassName", "ZEDA_SystemName", "ZEDA_CreationClassName",
+                        "ZEDA_DeviceID", name, 0, 0, 0, 0, 0},
                        ns);
 }
 

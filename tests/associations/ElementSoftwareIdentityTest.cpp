@@ -32,11 +32,11 @@ TEST_F(ElementSoftwareIdentityTest, EnumerationPairsIdentityAndDriveOfEveryDisk)
                                "Dependent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK0:3")),
                    Association(kClass, "Antecedent", SoftwarePath("ZEDA:nas2:Software(DISK1)"),
                                "Dependent", DrivePath("ZEDA:nas2", "ZEDA:nas2:DISK1"))});
-  EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{
-                               Call("-", "GetNasList"), Call("nas1", "GetOrvi"),
-                               Call("nas1", "GetDiskList"), Call("empty", "GetOrvi"),
-                               Call("empty", "GetDiskList"), Call("nas2", "GetOrvi"),
-                               Call("nas2", "GetDiskList")}));
+  EXPECT_EQ(trace.calls(),
+            (std::vector<TraceCall>{Call("-", "GetNasList"), Call("nas1", "GetOrvi"),
+                                    Call("nas1", "GetDiskList"), Call("empty", "GetOrvi"),
+                                    Call("empty", "GetDiskList"), Call("nas2", "GetOrvi"),
+                                    Call("nas2", "GetDiskList")}));
 }
 
 TEST_F(ElementSoftwareIdentityTest, EmptyNasListAnswersNothingButDone) {
@@ -81,31 +81,33 @@ TEST_F(ElementSoftwareIdentityTest, AssociatorsFromADriveAnswersThePlaceholderId
 
 TEST_F(ElementSoftwareIdentityTest, AssociatorsFromAnIdentityAnswersAPlaceholderDrive) {
   const Outcome outcome =
-      host.associators(provider, SoftwarePath("ZEDA:nas1:Software(DISK5)", "root/other"),
-                       "Bogus", "CIM_SoftwareIdentity", std::nullopt, std::nullopt);
+      host.associators(provider, SoftwarePath("ZEDA:nas1:Software(DISK5)", "root/other"), "Bogus",
+                       "CIM_SoftwareIdentity", std::nullopt, std::nullopt);
   ExpectInstances(outcome, {PlaceholderDrive("ZEDA_DiskDrive", "Name", "root/other")});
   EXPECT_EQ(outcome.instances().at(0).property("Name").str(), "Name");
 }
 
 TEST_F(ElementSoftwareIdentityTest, ForeignSourceClassIsUnknownClassName) {
   const ObjectPath parent = ObjectPath(kNs, "CIM_SoftwareIdentity").addKey("InstanceID", "x");
-  ExpectFailure(host.associators(provider, parent, kClass, std::nullopt, std::nullopt,
-                                 std::nullopt),
-                200, "Unknown class name: CIM_SoftwareIdentity");
+  ExpectFailure(
+      host.associators(provider, parent, kClass, std::nullopt, std::nullopt, std::nullopt), 200,
+      "Unknown class name: CIM_SoftwareIdentity");
   ExpectFailure(host.references(provider, parent, std::nullopt, std::nullopt), 200,
                 "Unknown class name: CIM_SoftwareIdentity");
   EXPECT_TRUE(HasErrorLogLine(
-      kAssociatorsLine, "ZEDA_ElementSoftwareIdentity_Disk: Unknown class name: CIM_SoftwareIdentity"));
+      kAssociatorsLine,
+      "ZEDA_ElementSoftwareIdentity_Disk: Unknown class name: CIM_SoftwareIdentity"));
   EXPECT_TRUE(HasErrorLogLine(
-      kReferencesLine, "ZEDA_ElementSoftwareIdentity_Disk: Unknown class name: CIM_SoftwareIdentity"));
+      kReferencesLine,
+      "ZEDA_ElementSoftwareIdentity_Disk: Unknown class name: CIM_SoftwareIdentity"));
 }
 
 TEST_F(ElementSoftwareIdentityTest, ReferencesFromADriveNamesThePlaceholderIdentity) {
   const ObjectPath drive = DrivePath("ZEDA:nowhere", "invented");
-  ExpectInstances(host.references(provider, drive, "CIM_ElementSoftwareIdentity", "Dependent",
-                                  std::vector<std::string>{"Caption"}),
-                  {Association(kClass, "Antecedent", SoftwarePath("ZEDA_InstanceID"), "Dependent",
-                               drive)});
+  ExpectInstances(
+      host.references(provider, drive, "CIM_ElementSoftwareIdentity", "Dependent",
+                      std::vector<std::string>{"Caption"}),
+      {Association(kClass, "Antecedent", SoftwarePath("ZEDA_InstanceID"), "Dependent", drive)});
 }
 
 TEST_F(ElementSoftwareIdentityTest, ReferencesFromAnIdentityNamesThePlaceholderDrive) {

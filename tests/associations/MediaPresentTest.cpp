@@ -48,14 +48,13 @@ nlohmann::json With(nlohmann::json disk, const std::string& member, nlohmann::js
 TEST_F(MediaPresentTest, EnumeratesDriveThenExtentOfEveryDisk) {
   ScopedInventory inventory(
       Inventory({Nas("nas1", {Disk("0:3"), Disk("7")}), Nas("empty"), Nas("nas2", {Disk("a1")})}));
-  ExpectInstances(
-      host.enumerateInstances(provider, ClassPath(kClass)),
-      {Association(kClass, "Antecedent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK0:3"),
-                   "Dependent", ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:3")),
-       Association(kClass, "Antecedent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK7"), "Dependent",
-                   ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent7")),
-       Association(kClass, "Antecedent", DrivePath("ZEDA:nas2", "ZEDA:nas2:DISKa1"), "Dependent",
-                   ExtentPath("ZEDA:nas2", "ZEDA:nas2:DiskExtenta1"))});
+  ExpectInstances(host.enumerateInstances(provider, ClassPath(kClass)),
+                  {Association(kClass, "Antecedent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK0:3"),
+                               "Dependent", ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:3")),
+                   Association(kClass, "Antecedent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK7"),
+                               "Dependent", ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent7")),
+                   Association(kClass, "Antecedent", DrivePath("ZEDA:nas2", "ZEDA:nas2:DISKa1"),
+                               "Dependent", ExtentPath("ZEDA:nas2", "ZEDA:nas2:DiskExtenta1"))});
   EXPECT_TRUE(trace.calls("GetDiskHealth").empty());
 }
 
@@ -89,10 +88,9 @@ TEST_F(MediaPresentTest, DriveSourceAnswersItsExtentThroughTheUtilityLookup) {
   ExpectInstances(FromDrive(DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK0:3")),
                   {Extent("ZEDA:nas1", "0:3", 13, 1953, 5, 2)});
   // The identifier goes to the health query as it stands, colon kept.
-  EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{Call("-", "util::GetNas", "nas1"),
-                                                   Call("nas1", "GetOrvi"),
-                                                   Call("nas1", "GetDiskList"),
-                                                   Call("nas1", "GetDiskHealth", "0:3")}));
+  EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{
+                               Call("-", "util::GetNas", "nas1"), Call("nas1", "GetOrvi"),
+                               Call("nas1", "GetDiskList"), Call("nas1", "GetDiskHealth", "0:3")}));
 }
 
 TEST_F(MediaPresentTest, DriveSourceExtentOfADiskInUse) {
@@ -114,16 +112,18 @@ TEST_F(MediaPresentTest, IdentifierMatchingIgnoresCase) {
 }
 
 TEST_F(MediaPresentTest, EveryMatchingRecordAnswersAndTheWholeListIsWalked) {
-  ScopedInventory inventory(Inventory({Nas(
-      "nas1", {With(Disk("x1"), "rpm", 5400), Disk("y"), With(Disk("X1"), "rpm", 15000)})}));
-  ExpectInstances(FromExtent(ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtentx1")),
-                  {Drive("ZEDA:nas1", "x1", 5, 2, 4, 2, 5400),
-                   Drive("ZEDA:nas1", "x1", 5, 2, 4, 2, 15000)});
+  ScopedInventory inventory(
+      Inventory({Nas("nas1", {With(Disk("x1"), "rpm", 5400), Disk("y"),
+                              With(With(Disk("X1"), "rpm", 15000), "capacity", 2048)})}));
+  ExpectInstances(
+      FromExtent(ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtentx1")),
+      {Drive("ZEDA:nas1", "x1", 5, 2, 4, 2, 5400), Drive("ZEDA:nas1", "x1", 5, 2, 4, 2, 15000)});
   EXPECT_EQ(trace.calls("GetDiskHealth").size(), 2u);
   EXPECT_EQ(trace.calls("GetDiskList").size(), 1u);
   trace.clear();
-  ExpectInstances(FromDrive(DrivePath("ZEDA:nas1", "ZEDA:nas1:DISKX1")),
-                  {Extent("ZEDA:nas1", "X1", 2, 1953, 5, 2), Extent("ZEDA:nas1", "X1", 2, 1953, 5, 2)});
+  ExpectInstances(
+      FromDrive(DrivePath("ZEDA:nas1", "ZEDA:nas1:DISKX1")),
+      {Extent("ZEDA:nas1", "X1", 2, 1953, 5, 2), Extent("ZEDA:nas1", "X1", 2, 4, 5, 2)});
   EXPECT_EQ(trace.calls("GetDiskHealth"),
             (std::vector<TraceCall>{Call("nas1", "GetDiskHealth", "X1"),
                                     Call("nas1", "GetDiskHealth", "X1")}));
@@ -146,16 +146,15 @@ TEST_F(MediaPresentTest, InterconnectTypeNeedsTheExactInterfaceName) {
 }
 
 TEST_F(MediaPresentTest, SolidStateDiskAndRpmComeFromTheRecord) {
-  ScopedInventory inventory(Inventory(
-      {Nas("nas1", {With(With(With(Disk("9"), "isSsd", true), "rpm", 0), "interfaceType", "SAS")})}));
+  ScopedInventory inventory(Inventory({Nas(
+      "nas1", {With(With(With(Disk("9"), "isSsd", true), "rpm", 0), "interfaceType", "SAS")})}));
   ExpectInstances(FromExtent(ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent9")),
                   {Drive("ZEDA:nas1", "9", 5, 2, 5, 3, 0)});
 }
 
 TEST_F(MediaPresentTest, NonZeroHealthStatusGivesUnknownHealthInBothDirections) {
-  ScopedInventory inventory(
-      Inventory({Nas("nas1", {With(With(Disk("0:3"), "health", {{"status", 2}}), "status",
-                                   "degraded")})}));
+  ScopedInventory inventory(Inventory(
+      {Nas("nas1", {With(With(Disk("0:3"), "health", {{"status", 2}}), "status", "degraded")})}));
   ExpectInstances(FromExtent(ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:3")),
                   {Drive("ZEDA:nas1", "0:3", 0, 0, 4, 2, 7200)});
   ExpectInstances(FromDrive(DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK0:3")),
@@ -204,8 +203,7 @@ TEST_F(MediaPresentTest, UnknownNasFailsWithTheLookupsMessage) {
   ScopedInventory inventory(Inventory({Nas("nas1", {Disk("3")})}));
   ExpectFailure(FromExtent(ExtentPath("ZEDA:nas9", "ZEDA:nas9:DiskExtent3")), 200,
                 "NAS not found: nas9");
-  ExpectFailure(FromDrive(DrivePath("ZEDA:nas8", "ZEDA:nas8:DISK3")), 200,
-                "NAS not found: nas8");
+  ExpectFailure(FromDrive(DrivePath("ZEDA:nas8", "ZEDA:nas8:DISK3")), 200, "NAS not found: nas8");
   EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{Call("-", "Nas::Get", "nas9"),
                                                    Call("-", "util::GetNas", "nas8")}));
   EXPECT_TRUE(HasErrorLogLine(kAssociatorsLine, "ZEDA_MediaPresent: NAS not found: nas9"));
@@ -256,10 +254,10 @@ TEST_F(MediaPresentTest, ReferencesFromAnyDriveNamesThePlaceholderExtent) {
 
 TEST_F(MediaPresentTest, ReferencesFromAnExtentNamesThePlaceholderDrive) {
   const ObjectPath extent = ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent3", "root/other");
-  ExpectInstances(host.references(provider, extent, std::nullopt, std::nullopt),
-                  {Association(kClass, "Antecedent",
-                               PlaceholderDevicePath("ZEDA_DiskDrive", "root/other"), "Dependent",
-                               extent, "root/other")});
+  ExpectInstances(
+      host.references(provider, extent, std::nullopt, std::nullopt),
+      {Association(kClass, "Antecedent", PlaceholderDevicePath("ZEDA_DiskDrive", "root/other"),
+                   "Dependent", extent, "root/other")});
 }
 
 TEST_F(MediaPresentTest, GetInstanceIsNotSupported) {

@@ -27,8 +27,8 @@ nlohmann::json WithIdentity(const std::string& id, const std::string& product,
   return disk;
 }
 
-Instance Package(const std::string& tag, const std::string& manufacturer,
-                 const std::string& model, const std::string& serial) {
+Instance Package(const std::string& tag, const std::string& manufacturer, const std::string& model,
+                 const std::string& serial) {
   return Instance(ObjectPath(kNs, "ZEDA_PhysicalPackage_Disk"),
                   {{"CreationClassName", Value::string("ZEDA_PhysicalPackage_Disk")},
                    {"Tag", Value::string(tag)},
@@ -38,17 +38,18 @@ Instance Package(const std::string& tag, const std::string& manufacturer,
 }
 
 TEST_F(RealizesDiskTest, EnumeratesPackageThenDriveOfEveryDisk) {
-  ScopedInventory inventory(
-      Inventory({Nas("empty"), Nas("nas1", {Disk("0:3"), Disk("7")}), Nas("nas2", {Disk("0:10")})}));
-  ExpectInstances(
-      host.enumerateInstances(provider, ClassPath(kClass)),
-      {Association(kClass, "Antecedent", PackagePath("ZEDA_PhysicalPackage_Disk", "ZEDA:nas1:DISK0:3"),
-                   "Dependent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK0:3")),
-       Association(kClass, "Antecedent", PackagePath("ZEDA_PhysicalPackage_Disk", "ZEDA:nas1:DISK7"),
-                   "Dependent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK7")),
-       Association(kClass, "Antecedent",
-                   PackagePath("ZEDA_PhysicalPackage_Disk", "ZEDA:nas2:DISK0:10"), "Dependent",
-                   DrivePath("ZEDA:nas2", "ZEDA:nas2:DISK0:10"))});
+  ScopedInventory inventory(Inventory(
+      {Nas("empty"), Nas("nas1", {Disk("0:3"), Disk("7")}), Nas("nas2", {Disk("0:10")})}));
+  ExpectInstances(host.enumerateInstances(provider, ClassPath(kClass)),
+                  {Association(kClass, "Antecedent",
+                               PackagePath("ZEDA_PhysicalPackage_Disk", "ZEDA:nas1:DISK0:3"),
+                               "Dependent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK0:3")),
+                   Association(kClass, "Antecedent",
+                               PackagePath("ZEDA_PhysicalPackage_Disk", "ZEDA:nas1:DISK7"),
+                               "Dependent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK7")),
+                   Association(kClass, "Antecedent",
+                               PackagePath("ZEDA_PhysicalPackage_Disk", "ZEDA:nas2:DISK0:10"),
+                               "Dependent", DrivePath("ZEDA:nas2", "ZEDA:nas2:DISK0:10"))});
   EXPECT_TRUE(trace.calls("GetDiskIdentity").empty());
 }
 
@@ -64,9 +65,9 @@ TEST_F(RealizesDiskTest, DriveSourceAnswersItsPackage) {
   ExpectInstances(outcome, {Package("ZEDA:nas1:DISK7", "ACME", "X100", "SN7")});
   // The NAS by Nas::Get, then the identity by the identifier as it stands;
   // no disk list.
-  EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{Call("-", "Nas::Get", "nas1"),
-                                                   Call("nas1", "GetOrvi"),
-                                                   Call("nas1", "GetDiskIdentity", "7")}));
+  EXPECT_EQ(trace.calls(),
+            (std::vector<TraceCall>{Call("-", "Nas::Get", "nas1"), Call("nas1", "GetOrvi"),
+                                    Call("nas1", "GetDiskIdentity", "7")}));
 }
 
 TEST_F(RealizesDiskTest, TagIsTheSourceDeviceIdExactly) {
@@ -94,13 +95,11 @@ TEST_F(RealizesDiskTest, ShortDeviceIdWithoutDiskFails) {
 }
 
 TEST_F(RealizesDiskTest, ManufacturerIsTheProductBeforeTheModelLessOneCharacter) {
-  ScopedInventory inventory(Inventory(
-      {Nas("nas1", {WithIdentity("1", "ACME X100", "X100", "S1"),
-                    WithIdentity("2", "ACME X100", "Y200", "S2"),
-                    WithIdentity("3", "X100 by ACME", "X100", "S3"),
-                    WithIdentity("4", "X100", "X100", "S4"),
-                    WithIdentity("5", "A  M", "M", "S5"),
-                    WithIdentity("6", "ACME X100", "", "S6")})}));
+  ScopedInventory inventory(Inventory({Nas(
+      "nas1",
+      {WithIdentity("1", "ACME X100", "X100", "S1"), WithIdentity("2", "ACME X100", "Y200", "S2"),
+       WithIdentity("3", "X100 by ACME", "X100", "S3"), WithIdentity("4", "X100", "X100", "S4"),
+       WithIdentity("5", "A  M", "M", "S5"), WithIdentity("6", "ACME X100", "", "S6")})}));
   const std::vector<std::pair<std::string, std::string>> expected = {
       {"1", "ACME"}, {"2", "ACME X100"}, {"3", "X100 by ACME"},
       {"4", "X100"}, {"5", "A "},        {"6", "ACME X100"}};
@@ -142,25 +141,27 @@ TEST_F(RealizesDiskTest, DispatchRefusesAnAbsentAssociationClass) {
 TEST_F(RealizesDiskTest, DispatchRefusesADifferentlyCasedAssociationClass) {
   ExpectFailure(host.associators(provider, PackagePath("a", "b"), "zeda_realizes_disk",
                                  std::nullopt, std::nullopt, std::nullopt),
-                4, "Wrong association class name: zeda_realizes_disk; Expected: ZEDA_Realizes_Disk");
+                4,
+                "Wrong association class name: zeda_realizes_disk; Expected: ZEDA_Realizes_Disk");
 }
 
 TEST_F(RealizesDiskTest, DispatchRefusesASubclassSource) {
   const ObjectPath subclass = DevicePath("ZEDA_DiskDrive_Special", "ZEDA_ComputerSystem",
                                          "ZEDA:nas1", "ZEDA_DiskDrive", "ZEDA:nas1:DISK7");
   ExpectFailure(From(subclass), 4, "Unknown class name: ZEDA_DiskDrive_Special");
-  EXPECT_TRUE(HasErrorLogLine(kAssociatorsLine,
-                              "ZEDA_Realizes_Disk: Unknown class name: ZEDA_DiskDrive_Special (RC=4)"));
+  EXPECT_TRUE(HasErrorLogLine(
+      kAssociatorsLine, "ZEDA_Realizes_Disk: Unknown class name: ZEDA_DiskDrive_Special (RC=4)"));
   ExpectFailure(From(ObjectPath(kNs, "CIM_PhysicalPackage")), 4,
                 "Unknown class name: CIM_PhysicalPackage");
 }
 
 TEST_F(RealizesDiskTest, ReferencesFromADriveNamesThePlaceholderPackage) {
   const ObjectPath drive = DrivePath("ZEDA:nowhere", "invented");
-  ExpectInstances(host.references(provider, drive, "CIM_Realizes", "Dependent",
-                                  std::vector<std::string>{"Tag"}),
-                  {Association(kClass, "Antecedent", PackagePath("ZEDA_CreationClassName", "ZEDA_Tag"),
-                               "Dependent", drive)});
+  ExpectInstances(
+      host.references(provider, drive, "CIM_Realizes", "Dependent",
+                      std::vector<std::string>{"Tag"}),
+      {Association(kClass, "Antecedent", PackagePath("ZEDA_CreationClassName", "ZEDA_Tag"),
+                   "Dependent", drive)});
   EXPECT_TRUE(trace.calls().empty());
 }
 
@@ -174,9 +175,9 @@ TEST_F(RealizesDiskTest, ReferencesFromAPackageNamesThePlaceholderDrive) {
 }
 
 TEST_F(RealizesDiskTest, ReferencesFromAForeignClassIsUnknownClassName) {
-  ExpectFailure(host.references(provider, ObjectPath(kNs, "CIM_PhysicalPackage"), std::nullopt,
-                                std::nullopt),
-                200, "Unknown class name: CIM_PhysicalPackage");
+  ExpectFailure(
+      host.references(provider, ObjectPath(kNs, "CIM_PhysicalPackage"), std::nullopt, std::nullopt),
+      200, "Unknown class name: CIM_PhysicalPackage");
   EXPECT_TRUE(HasErrorLogLine(kReferencesLine,
                               "ZEDA_Realizes_Disk: Unknown class name: CIM_PhysicalPackage"));
 }

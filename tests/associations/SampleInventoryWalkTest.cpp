@@ -31,7 +31,8 @@ class SampleInventoryWalkTest : public ::testing::Test {
 // The path of an instance whose keys are the four device keys.
 ObjectPath DevicePathOf(const Instance& device) {
   ObjectPath path(device.path().nameSpace(), device.className());
-  for (const char* key : {"SystemCreationClassName", "SystemName", "CreationClassName", "DeviceID"}) {
+  for (const char* key :
+       {"SystemCreationClassName", "SystemName", "CreationClassName", "DeviceID"}) {
     path.addKey(key, device.property(key));
   }
   return path;
@@ -39,40 +40,41 @@ ObjectPath DevicePathOf(const Instance& device) {
 
 TEST_F(SampleInventoryWalkTest, DriveToExtentToDriveWithMediaPresent) {
   const Instance drive = Enumerated("ZEDA_DiskDrive", "DeviceID", "ZEDA:nas1:DISK0:1");
-  const Instance extent = Enumerated("ZEDA_StorageExtent_Disk", "DeviceID",
-                                     "ZEDA:nas1:DiskExtent0:1");
+  const Instance extent =
+      Enumerated("ZEDA_StorageExtent_Disk", "DeviceID", "ZEDA:nas1:DiskExtent0:1");
 
-  const Outcome toExtent = host.associators("ZEDA_MediaPresentProvider", DevicePathOf(drive),
-                                            "ZEDA_MediaPresent", "ZEDA_StorageExtent_Disk",
-                                            "Antecedent", "Dependent");
+  const Outcome toExtent =
+      host.associators("ZEDA_MediaPresentProvider", DevicePathOf(drive), "ZEDA_MediaPresent",
+                       "ZEDA_StorageExtent_Disk", "Antecedent", "Dependent");
   ExpectInstances(toExtent, {extent});
   ExpectInstances(toExtent,
                   {ExtentInstance({"ZEDA_ComputerSystem", "ZEDA:nas1", "ZEDA_StorageExtent_Disk",
                                    "ZEDA:nas1:DiskExtent0:1", 2, 4000787030016ULL >> 9,
                                    4000787030016ULL >> 9, 5, 2})});
 
-  const Outcome back = host.associators(
-      "ZEDA_MediaPresentProvider", DevicePathOf(toExtent.instances().at(0)), "ZEDA_MediaPresent",
-      "ZEDA_DiskDrive", "Dependent", "Antecedent");
+  const Outcome back =
+      host.associators("ZEDA_MediaPresentProvider", DevicePathOf(toExtent.instances().at(0)),
+                       "ZEDA_MediaPresent", "ZEDA_DiskDrive", "Dependent", "Antecedent");
   ExpectInstances(back, {drive});
-  ExpectInstances(back, {DriveInstance("ZEDA_DiskDrive",
-                                       {"ZEDA_ComputerSystem", "ZEDA:nas1", "ZEDA_DiskDrive",
-                                        "ZEDA:nas1:DISK0:1", "0:1", 5, 2, 4, 2, 5400})});
+  ExpectInstances(
+      back, {DriveInstance("ZEDA_DiskDrive", {"ZEDA_ComputerSystem", "ZEDA:nas1", "ZEDA_DiskDrive",
+                                              "ZEDA:nas1:DISK0:1", "0:1", 5, 2, 4, 2, 5400})});
 }
 
 TEST_F(SampleInventoryWalkTest, DriveToPackageWithRealizes) {
   const Instance drive = Enumerated("ZEDA_DiskDrive", "DeviceID", "ZEDA:nas1:DISK0:5");
   const Instance package = Enumerated("ZEDA_PhysicalPackage_Disk", "Tag", "ZEDA:nas1:DISK0:5");
-  const Outcome outcome = host.associators("ZEDA_Realizes_DiskProvider", DevicePathOf(drive),
-                                           "ZEDA_Realizes_Disk", "ZEDA_PhysicalPackage_Disk",
-                                           "Dependent", "Antecedent");
+  const Outcome outcome =
+      host.associators("ZEDA_Realizes_DiskProvider", DevicePathOf(drive), "ZEDA_Realizes_Disk",
+                       "ZEDA_PhysicalPackage_Disk", "Dependent", "Antecedent");
   ExpectInstances(outcome, {package});
-  ExpectInstances(outcome, {Instance(ObjectPath(kNs, "ZEDA_PhysicalPackage_Disk"),
-                                     {{"CreationClassName", Value::string("ZEDA_PhysicalPackage_Disk")},
-                                      {"Tag", Value::string("ZEDA:nas1:DISK0:5")},
-                                      {"Manufacturer", Value::string("Seagate")},
-                                      {"Model", Value::string("ST8000VN004")},
-                                      {"SerialNumber", Value::string("WSD1A2B3")}})});
+  ExpectInstances(outcome,
+                  {Instance(ObjectPath(kNs, "ZEDA_PhysicalPackage_Disk"),
+                            {{"CreationClassName", Value::string("ZEDA_PhysicalPackage_Disk")},
+                             {"Tag", Value::string("ZEDA:nas1:DISK0:5")},
+                             {"Manufacturer", Value::string("Seagate")},
+                             {"Model", Value::string("ST8000VN004")},
+                             {"SerialNumber", Value::string("WSD1A2B3")}})});
 }
 
 // Every MediaPresent pair leads from each end to the other.
@@ -84,14 +86,14 @@ TEST_F(SampleInventoryWalkTest, EveryMediaPresentPairLeadsBothWays) {
   for (const Instance& pair : pairs.instances()) {
     const ObjectPath drive = pair.property("Antecedent").ref();
     const ObjectPath extent = pair.property("Dependent").ref();
-    const Outcome toExtent = host.associators("ZEDA_MediaPresentProvider", drive,
-                                              "ZEDA_MediaPresent", std::nullopt, std::nullopt,
-                                              std::nullopt);
+    const Outcome toExtent =
+        host.associators("ZEDA_MediaPresentProvider", drive, "ZEDA_MediaPresent", std::nullopt,
+                         std::nullopt, std::nullopt);
     ASSERT_EQ(toExtent.results.size(), 1u) << drive.toString();
     EXPECT_EQ(DevicePathOf(toExtent.instances()[0]), extent);
-    const Outcome toDrive = host.associators("ZEDA_MediaPresentProvider", extent,
-                                             "ZEDA_MediaPresent", std::nullopt, std::nullopt,
-                                             std::nullopt);
+    const Outcome toDrive =
+        host.associators("ZEDA_MediaPresentProvider", extent, "ZEDA_MediaPresent", std::nullopt,
+                         std::nullopt, std::nullopt);
     ASSERT_EQ(toDrive.results.size(), 1u) << extent.toString();
     EXPECT_EQ(DevicePathOf(toDrive.instances()[0]), drive);
   }

@@ -28,34 +28,34 @@ TEST_F(SystemDeviceDiskDriveTest, EmptyNasListAnswersNothingButDone) {
 }
 
 TEST_F(SystemDeviceDiskDriveTest, EnumeratesEveryDiskOfEveryNasSkippingNasWithoutDisks) {
-  ScopedInventory inventory(Inventory({Nas("nasA"), Nas("nasB", {Disk("0:1"), Disk("0:10")}),
-                                       Nas("nasC", {Disk("7")})}));
-  ExpectInstances(host.enumerateInstances(provider, ClassPath(kClass)),
-                  {Expected("ZEDA:nasB", "ZEDA:nasB:DISK0:1"),
-                   Expected("ZEDA:nasB", "ZEDA:nasB:DISK0:10"),
-                   Expected("ZEDA:nasC", "ZEDA:nasC:DISK7")});
-  EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{
-                               Call("-", "GetNasList"), Call("nasA", "GetOrvi"),
-                               Call("nasA", "GetDiskList"), Call("nasB", "GetOrvi"),
-                               Call("nasB", "GetDiskList"), Call("nasC", "GetOrvi"),
-                               Call("nasC", "GetDiskList")}));
+  ScopedInventory inventory(
+      Inventory({Nas("nasA"), Nas("nasB", {Disk("0:1"), Disk("0:10")}), Nas("nasC", {Disk("7")})}));
+  ExpectInstances(
+      host.enumerateInstances(provider, ClassPath(kClass)),
+      {Expected("ZEDA:nasB", "ZEDA:nasB:DISK0:1"), Expected("ZEDA:nasB", "ZEDA:nasB:DISK0:10"),
+       Expected("ZEDA:nasC", "ZEDA:nasC:DISK7")});
+  EXPECT_EQ(trace.calls(),
+            (std::vector<TraceCall>{Call("-", "GetNasList"), Call("nasA", "GetOrvi"),
+                                    Call("nasA", "GetDiskList"), Call("nasB", "GetOrvi"),
+                                    Call("nasB", "GetDiskList"), Call("nasC", "GetOrvi"),
+                                    Call("nasC", "GetDiskList")}));
 }
 
 TEST_F(SystemDeviceDiskDriveTest, EnumerationCarriesTheRequestNamespace) {
   ScopedInventory inventory(Inventory({Nas("nas1", {Disk("3")})}));
   const Outcome outcome = host.enumerateInstances(provider, ClassPath(kClass, "root/other"));
-  ExpectInstances(outcome, {Association(kClass, "GroupComponent",
-                                        SystemPath("ZEDA:nas1", "root/other"), "PartComponent",
-                                        DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK3", "root/other"),
-                                        "root/other")});
+  ExpectInstances(
+      outcome,
+      {Association(kClass, "GroupComponent", SystemPath("ZEDA:nas1", "root/other"), "PartComponent",
+                   DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK3", "root/other"), "root/other")});
 }
 
 TEST_F(SystemDeviceDiskDriveTest, AssociatorsFromDriveToComputerSystemAnswersNoObjectButDone) {
   ScopedInventory inventory(Inventory({Nas("nas1", {Disk("3")})}));
   const ObjectPath drive = DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK3");
-  ExpectEmpty(host.associators(provider, drive, kClass, "CIM_ComputerSystem", std::nullopt,
-                               std::nullopt),
-              true);
+  ExpectEmpty(
+      host.associators(provider, drive, kClass, "CIM_ComputerSystem", std::nullopt, std::nullopt),
+      true);
   ExpectEmpty(host.associators(provider, drive, kClass, "CIM_ComputerSystem", std::nullopt,
                                std::nullopt, std::vector<std::string>{"Name"}),
               true);
@@ -81,13 +81,14 @@ TEST_F(SystemDeviceDiskDriveTest, AssociatorsFromComputerSystemAnswersThePlaceho
 }
 
 TEST_F(SystemDeviceDiskDriveTest, PlaceholderDriveIgnoresThePropertyList) {
-  ExpectInstances(host.associators(provider, SystemPath("anything", "root/other"), kClass,
-                                   "CIM_DiskDrive", std::nullopt, std::nullopt,
-                                   std::vector<std::string>{"DeviceID"}),
-                  {PlaceholderDrive("ZEDA_DiskDrive", "Name", "root/other")});
+  ExpectInstances(
+      host.associators(provider, SystemPath("anything", "root/other"), kClass, "CIM_DiskDrive",
+                       std::nullopt, std::nullopt, std::vector<std::string>{"DeviceID"}),
+      {PlaceholderDrive("ZEDA_DiskDrive", "Name", "root/other")});
 }
 
-TEST_F(SystemDeviceDiskDriveTest, AssociatorsFromComputerSystemWithConcreteDriveClassAnswersNothing) {
+TEST_F(SystemDeviceDiskDriveTest,
+       AssociatorsFromComputerSystemWithConcreteDriveClassAnswersNothing) {
   ExpectEmpty(host.associators(provider, SystemPath("ZEDA:nas1"), kClass, "ZEDA_DiskDrive",
                                std::nullopt, std::nullopt),
               false);
@@ -98,11 +99,11 @@ TEST_F(SystemDeviceDiskDriveTest, AssociatorsFromComputerSystemWithConcreteDrive
 
 TEST_F(SystemDeviceDiskDriveTest, ForeignAssociationClassIsWrongClassName) {
   const ObjectPath drive = DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK3");
-  for (const auto& assocClass : std::vector<zeda::host::OptString>{
-           std::nullopt, std::string("zeda_systemdevice_diskdrive"),
-           std::string("ZEDA_SystemDevice_StorageExtent_Disk")}) {
-    ExpectFailure(host.associators(provider, drive, assocClass, "CIM_ComputerSystem",
-                                   std::nullopt, std::nullopt),
+  for (const auto& assocClass :
+       std::vector<zeda::host::OptString>{std::nullopt, std::string("zeda_systemdevice_diskdrive"),
+                                          std::string("ZEDA_SystemDevice_StorageExtent_Disk")}) {
+    ExpectFailure(host.associators(provider, drive, assocClass, "CIM_ComputerSystem", std::nullopt,
+                                   std::nullopt),
                   200, "Wrong class name");
   }
   EXPECT_TRUE(HasErrorLogLine(kAssociatorsLine, "ZEDA_SystemDevice_DiskDrive: Wrong class name"));
@@ -111,9 +112,9 @@ TEST_F(SystemDeviceDiskDriveTest, ForeignAssociationClassIsWrongClassName) {
 TEST_F(SystemDeviceDiskDriveTest, ParentClassSourceIsUnknownClassName) {
   const ObjectPath parent = DevicePath("CIM_DiskDrive", "ZEDA_ComputerSystem", "ZEDA:nas1",
                                        "ZEDA_DiskDrive", "ZEDA:nas1:DISK3");
-  ExpectFailure(host.associators(provider, parent, kClass, "CIM_ComputerSystem", std::nullopt,
-                                 std::nullopt),
-                200, "Unknown class name: CIM_DiskDrive");
+  ExpectFailure(
+      host.associators(provider, parent, kClass, "CIM_ComputerSystem", std::nullopt, std::nullopt),
+      200, "Unknown class name: CIM_DiskDrive");
   EXPECT_TRUE(HasErrorLogLine(kAssociatorsLine,
                               "ZEDA_SystemDevice_DiskDrive: Unknown class name: CIM_DiskDrive"));
   ExpectFailure(host.references(provider, parent, std::nullopt, std::nullopt), 200,
@@ -136,10 +137,10 @@ TEST_F(SystemDeviceDiskDriveTest, ReferencesFromAnyDriveNamesThePlaceholderSyste
 
 TEST_F(SystemDeviceDiskDriveTest, ReferencesFromComputerSystemNamesThePlaceholderDrive) {
   const ObjectPath system = SystemPath("ZEDA:nas1", "root/other");
-  ExpectInstances(host.references(provider, system, std::nullopt, std::nullopt),
-                  {Association(kClass, "GroupComponent", system, "PartComponent",
-                               PlaceholderDevicePath("ZEDA_DiskDrive", "root/other"),
-                               "root/other")});
+  ExpectInstances(
+      host.references(provider, system, std::nullopt, std::nullopt),
+      {Association(kClass, "GroupComponent", system, "PartComponent",
+                   PlaceholderDevicePath("ZEDA_DiskDrive", "root/other"), "root/other")});
 }
 
 TEST_F(SystemDeviceDiskDriveTest, OperationsItDoesNotServeAnswerNotSupported) {

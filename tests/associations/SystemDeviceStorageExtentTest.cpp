@@ -54,11 +54,11 @@ TEST_F(SystemDeviceStorageExtentTest, NasWithoutDisksYieldsNoInstance) {
                   {Expected("ZEDA:nasA", "ZEDA:nasA:DiskExtent0:3"),
                    Expected("ZEDA:nasB", "ZEDA:nasB:DiskExtenta1"),
                    Expected("ZEDA:nasB", "ZEDA:nasB:DiskExtent0:10")});
-  EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{
-                               Call("-", "GetNasList"), Call("nasA", "GetOrvi"),
-                               Call("nasA", "GetDiskList"), Call("empty", "GetOrvi"),
-                               Call("empty", "GetDiskList"), Call("nasB", "GetOrvi"),
-                               Call("nasB", "GetDiskList")}));
+  EXPECT_EQ(trace.calls(),
+            (std::vector<TraceCall>{Call("-", "GetNasList"), Call("nasA", "GetOrvi"),
+                                    Call("nasA", "GetDiskList"), Call("empty", "GetOrvi"),
+                                    Call("empty", "GetDiskList"), Call("nasB", "GetOrvi"),
+                                    Call("nasB", "GetDiskList")}));
 }
 
 TEST_F(SystemDeviceStorageExtentTest, AssociatorsFromExtentWithStoragePoolAnswersTheSystem) {
@@ -75,8 +75,7 @@ TEST_F(SystemDeviceStorageExtentTest, AssociatorsFromExtentWithComputerSystemAns
   for (const auto& resultClass : std::vector<zeda::host::OptString>{
            std::string("CIM_ComputerSystem"), std::string("ZEDA_ComputerSystem"),
            std::string("cim_storagepool"), std::nullopt}) {
-    ExpectEmpty(host.associators(provider, extent, kClass, resultClass, std::nullopt,
-                                 std::nullopt),
+    ExpectEmpty(host.associators(provider, extent, kClass, resultClass, std::nullopt, std::nullopt),
                 false);
   }
 }
@@ -93,8 +92,7 @@ TEST_F(SystemDeviceStorageExtentTest, AssociatorsFromSystemAnswersThePlaceholder
 
 TEST_F(SystemDeviceStorageExtentTest, AssociatorsFromSystemWithOtherResultClassAnswersNothing) {
   for (const auto& resultClass : std::vector<zeda::host::OptString>{
-           std::string("ZEDA_StorageExtent_Disk"), std::string("CIM_StoragePool"),
-           std::nullopt}) {
+           std::string("ZEDA_StorageExtent_Disk"), std::string("CIM_StoragePool"), std::nullopt}) {
     ExpectEmpty(host.associators(provider, SystemPath("ZEDA:nas1"), kClass, resultClass,
                                  std::nullopt, std::nullopt),
                 false);
@@ -115,35 +113,33 @@ TEST_F(SystemDeviceStorageExtentTest, PropertyListFiltersTheSystemButNotTheExten
   ExpectInstances(host.associators(provider, extent, kClass, "CIM_StoragePool", std::nullopt,
                                    std::nullopt, std::nullopt),
                   {PlaceholderSystem()});
-  ExpectInstances(host.associators(provider, SystemPath("ZEDA:nas1"), kClass,
-                                   "CIM_StorageExtent", std::nullopt, std::nullopt,
-                                   std::vector<std::string>{}),
+  ExpectInstances(host.associators(provider, SystemPath("ZEDA:nas1"), kClass, "CIM_StorageExtent",
+                                   std::nullopt, std::nullopt, std::vector<std::string>{}),
                   {PlaceholderExtent()});
-  ExpectInstances(host.associators(provider, SystemPath("ZEDA:nas1"), kClass,
-                                   "CIM_StorageExtent", std::nullopt, std::nullopt,
-                                   std::vector<std::string>{"Caption"}),
+  ExpectInstances(host.associators(provider, SystemPath("ZEDA:nas1"), kClass, "CIM_StorageExtent",
+                                   std::nullopt, std::nullopt, std::vector<std::string>{"Caption"}),
                   {PlaceholderExtent()});
 }
 
 TEST_F(SystemDeviceStorageExtentTest, ForeignAssociationClassIsWrongClassName) {
   const ObjectPath extent = ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:3");
-  for (const auto& assocClass : std::vector<zeda::host::OptString>{
-           std::nullopt, std::string("ZEDA_SystemDevice_DiskDrive"),
-           std::string("ZEDA_SYSTEMDEVICE_STORAGEEXTENT_DISK")}) {
+  for (const auto& assocClass :
+       std::vector<zeda::host::OptString>{std::nullopt, std::string("ZEDA_SystemDevice_DiskDrive"),
+                                          std::string("ZEDA_SYSTEMDEVICE_STORAGEEXTENT_DISK")}) {
     ExpectFailure(host.associators(provider, extent, assocClass, "CIM_StoragePool", std::nullopt,
                                    std::nullopt),
                   200, "Wrong class name");
   }
-  EXPECT_TRUE(HasErrorLogLine(kAssociatorsLine,
-                              "ZEDA_SystemDevice_StorageExtent_Disk: Wrong class name"));
+  EXPECT_TRUE(
+      HasErrorLogLine(kAssociatorsLine, "ZEDA_SystemDevice_StorageExtent_Disk: Wrong class name"));
 }
 
 TEST_F(SystemDeviceStorageExtentTest, ForeignSourceClassIsUnknownClassName) {
   const ObjectPath parent = DevicePath("CIM_StorageExtent", "ZEDA_ComputerSystem", "ZEDA:nas1",
                                        "ZEDA_StorageExtent_Disk", "ZEDA:nas1:DiskExtent0:3");
-  ExpectFailure(host.associators(provider, parent, kClass, "CIM_StoragePool", std::nullopt,
-                                 std::nullopt),
-                200, "Unknown class name: CIM_StorageExtent");
+  ExpectFailure(
+      host.associators(provider, parent, kClass, "CIM_StoragePool", std::nullopt, std::nullopt),
+      200, "Unknown class name: CIM_StorageExtent");
   ExpectFailure(host.references(provider, parent, std::nullopt, std::nullopt), 200,
                 "Unknown class name: CIM_StorageExtent");
   EXPECT_TRUE(HasErrorLogLine(
@@ -156,10 +152,10 @@ TEST_F(SystemDeviceStorageExtentTest, ForeignSourceClassIsUnknownClassName) {
 
 TEST_F(SystemDeviceStorageExtentTest, ReferencesFromExtentNamesThePlaceholderSystem) {
   const ObjectPath extent = ExtentPath("ZEDA:nowhere", "invented");
-  ExpectInstances(host.references(provider, extent, "CIM_SystemDevice", "PartComponent",
-                                  std::vector<std::string>{"Name"}),
-                  {Association(kClass, "GroupComponent", SystemPath("ZEDAName"), "PartComponent",
-                               extent)});
+  ExpectInstances(
+      host.references(provider, extent, "CIM_SystemDevice", "PartComponent",
+                      std::vector<std::string>{"Name"}),
+      {Association(kClass, "GroupComponent", SystemPath("ZEDAName"), "PartComponent", extent)});
   EXPECT_TRUE(trace.calls().empty());
 }
 

@@ -23,16 +23,10 @@ void MakePlaceholderComputerSystemInstance(CmpiInstance& inst, const char* nameS
   if (properties != nullptr) {
     // Names a filtered placeholder system always keeps; null-terminated as
     // the CMPI standard wants a key list.
-    std::array<const char*, 10> keys = {"CreationClassName",
-                                        "Name",
-                                        "NameFormat",
-                                        "ElementName",
-                                        "OperationalStatus",
-                                        "Dedicated",
-                                        "OtherIdentifyingInfo",
-                                        "IdentifyingDescriptions",
-                                        "HealthState",
-                                        nullptr};
+    std::array<const char*, 10> keys = {
+        "CreationClassName", "Name",      "NameFormat",           "ElementName",
+        "OperationalStatus", "Dedicated", "OtherIdentifyingInfo", "IdentifyingDescriptions",
+        "HealthState",       nullptr};
     inst.setPropertyFilter(properties, keys.data());
   }
   inst.setProperty("CreationClassName", CmpiData("ZEDA_ComputerSystem"));

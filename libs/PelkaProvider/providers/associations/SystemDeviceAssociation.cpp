@@ -23,8 +23,8 @@ CmpiStatus EnumSystemDevices(const SystemDeviceKind& kind, CmpiResult& rslt,
     const CmpiObjectPath device =
         DevicePath(visit.nameSpace, kind.deviceClass, kSystemClass, visit.systemName,
                    kind.deviceClass, kind.deviceId(visit.systemName, visit.disk.id));
-    rslt.returnData(AssociationInstance(visit.nameSpace, kind.associationClass,
-                                        "GroupComponent", system, "PartComponent", device));
+    rslt.returnData(AssociationInstance(visit.nameSpace, kind.associationClass, "GroupComponent",
+                                        system, "PartComponent", device));
   });
   return CmpiStatus(CMPI_RC_OK);
 }

@@ -37,17 +37,18 @@ ZEDA_ElementSoftwareIdentity_Disk::ZEDA_ElementSoftwareIdentity_Disk(const CmpiB
   install(this, associationDelegates().References, std::make_unique<References>());
 }
 
-CmpiStatus ZEDA_ElementSoftwareIdentity_Disk::EnumInstances::operator()(
-    const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
-    const char** properties) {
+CmpiStatus ZEDA_ElementSoftwareIdentity_Disk::EnumInstances::operator()(const CmpiContext& ctx,
+                                                                        CmpiResult& rslt,
+                                                                        const CmpiObjectPath& cop,
+                                                                        const char** properties) {
   WalkInventory(rslt, cop, [&rslt](const DiskVisit& visit) {
     const std::string deviceId = DiskDeviceId(visit.systemName, visit.disk.id);
     const std::string instanceId = SystemSoftwareInstanceId(visit.systemName, visit.disk.id);
     const CmpiObjectPath software = SoftwareIdentityPath(visit.nameSpace, instanceId);
     const CmpiObjectPath drive = DevicePath(visit.nameSpace, kDriveClass, "ZEDA_ComputerSystem",
                                             visit.systemName, kDriveClass, deviceId);
-    rslt.returnData(AssociationInstance(visit.nameSpace, kAssociationClass, "Antecedent",
-                                        software, "Dependent", drive));
+    rslt.returnData(AssociationInstance(visit.nameSpace, kAssociationClass, "Antecedent", software,
+                                        "Dependent", drive));
   });
   return CmpiStatus(CMPI_RC_OK);
 }

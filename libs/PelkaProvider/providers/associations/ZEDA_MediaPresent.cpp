@@ -158,8 +158,8 @@ CmpiStatus ZEDA_MediaPresent::References::operator()(const CmpiContext& ctx, Cmp
   } else {
     throw Exception("Unknown class name: " + sourceClass);
   }
-  rslt.returnData(
-      AssociationInstance(nameSpace, "ZEDA_MediaPresent", "Antecedent", drive, "Dependent", extent));
+  rslt.returnData(AssociationInstance(nameSpace, "ZEDA_MediaPresent", "Antecedent", drive,
+                                      "Dependent", extent));
   rslt.returnDone();
   return CmpiStatus(CMPI_RC_OK);
 }

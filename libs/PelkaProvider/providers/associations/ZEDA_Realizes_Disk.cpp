@@ -36,16 +36,15 @@ ZEDA_Realizes_Disk::ZEDA_Realizes_Disk(const CmpiBroker& broker, const CmpiConte
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
   setClassName(kAssociationClass);
   install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());
-  auto& associators = install(this, associationDelegates().Associators,
-                              std::make_unique<AssociatorsDelegate>());
+  auto& associators =
+      install(this, associationDelegates().Associators, std::make_unique<AssociatorsDelegate>());
   auto second = std::make_unique<AssociatorsHandler2>(kPackageClass);
   auto first = std::make_unique<AssociatorsHandler1>(kDriveClass);
   associators.setHandlers(std::move(first), std::move(second));
   install(this, associationDelegates().References, std::make_unique<References>());
 }
 
-CmpiStatus ZEDA_Realizes_Disk::EnumInstances::operator()(const CmpiContext& ctx,
-                                                         CmpiResult& rslt,
+CmpiStatus ZEDA_Realizes_Disk::EnumInstances::operator()(const CmpiContext& ctx, CmpiResult& rslt,
                                                          const CmpiObjectPath& cop,
                                                          const char** properties) {
   WalkInventory(rslt, cop, [&rslt](const DiskVisit& visit) {
@@ -54,8 +53,8 @@ CmpiStatus ZEDA_Realizes_Disk::EnumInstances::operator()(const CmpiContext& ctx,
     const CmpiObjectPath package = PackagePath(visit.nameSpace, kPackageClass, tag);
     const CmpiObjectPath drive = DevicePath(visit.nameSpace, kDriveClass, "ZEDA_ComputerSystem",
                                             visit.systemName, kDriveClass, tag);
-    rslt.returnData(AssociationInstance(visit.nameSpace, kAssociationClass, "Antecedent",
-                                        package, "Dependent", drive));
+    rslt.returnData(AssociationInstance(visit.nameSpace, kAssociationClass, "Antecedent", package,
+                                        "Dependent", drive));
   });
   return CmpiStatus(CMPI_RC_OK);
 }
@@ -110,8 +109,8 @@ CmpiStatus ZEDA_Realizes_Disk::References::operator()(const CmpiContext& ctx, Cm
   } else {
     throw Exception((boost::format("Unknown class name: %1%") % sourceClass).str());
   }
-  rslt.returnData(AssociationInstance(nameSpace, kAssociationClass, "Antecedent", package,
-                                      "Dependent", drive));
+  rslt.returnData(
+      AssociationInstance(nameSpace, kAssociationClass, "Antecedent", package, "Dependent", drive));
   rslt.returnDone();
   return CmpiStatus(CMPI_RC_OK);
 }

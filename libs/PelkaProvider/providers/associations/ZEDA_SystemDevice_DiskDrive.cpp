@@ -45,12 +45,9 @@ CmpiStatus ZEDA_SystemDevice_DiskDrive::Associators::operator()(
   return SystemDeviceAssociators(kDriveInSystem, rslt, cop, assocClass, resultClass, properties);
 }
 
-CmpiStatus ZEDA_SystemDevice_DiskDrive::References::operator()(const CmpiContext& ctx,
-                                                               CmpiResult& rslt,
-                                                               const CmpiObjectPath& cop,
-                                                               const std::string& resultClass,
-                                                               const std::string& role,
-                                                               const char** properties) {
+CmpiStatus ZEDA_SystemDevice_DiskDrive::References::operator()(
+    const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
+    const std::string& resultClass, const std::string& role, const char** properties) {
   return SystemDeviceReferences(kDriveInSystem, rslt, cop);
 }
 

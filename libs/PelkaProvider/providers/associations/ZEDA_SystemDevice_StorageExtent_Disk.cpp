@@ -24,8 +24,8 @@ constexpr SystemDeviceKind kExtentInSystem{
 
 }  // namespace
 
-ZEDA_SystemDevice_StorageExtent_Disk::ZEDA_SystemDevice_StorageExtent_Disk(
-    const CmpiBroker& broker, const CmpiContext& ctx)
+ZEDA_SystemDevice_StorageExtent_Disk::ZEDA_SystemDevice_StorageExtent_Disk(const CmpiBroker& broker,
+                                                                           const CmpiContext& ctx)
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
   setClassName("ZEDA_SystemDevice_StorageExtent_Disk");
   install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());
@@ -34,8 +34,7 @@ ZEDA_SystemDevice_StorageExtent_Disk::ZEDA_SystemDevice_StorageExtent_Disk(
 }
 
 CmpiStatus ZEDA_SystemDevice_StorageExtent_Disk::EnumInstances::operator()(
-    const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
-    const char** properties) {
+    const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop, const char** properties) {
   return EnumSystemDevices(kExtentInSystem, rslt, cop);
 }
 
