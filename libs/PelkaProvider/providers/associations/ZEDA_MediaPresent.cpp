@@ -1,5 +1,6 @@
 #include "providers/associations/ZEDA_MediaPresent.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
