@@ -11,12 +11,9 @@ namespace {
 
 char AsciiLower(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
 
-bool AsciiEqualIgnoringCase(const std::string& a, const std::string& b) {
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    if (AsciiLower(a[i]) != AsciiLower(b[i])) return false;
-  }
-  return true;
+std::string AsciiFolded(std::string text) {
+  for (char& c : text) c = AsciiLower(c);
+  return text;
 }
 
 [[noreturn]] void DiskNotFound(const std::string& key) {
@@ -25,25 +22,29 @@ bool AsciiEqualIgnoringCase(const std::string& a, const std::string& b) {
 
 }  // namespace
 
+NasOrvi::NasOrvi(const NasRecord& nas) : nas_(nas) {
+  // Inserting in list order with emplace keeps the first disk for every key:
+  // the answer of a scan that stops at the first disk matching either form.
+  for (std::size_t i = 0; i < nas_.disks.size(); ++i) {
+    const std::string& id = nas_.disks[i].disk.id;
+    healthIndex_.emplace(AsciiFolded(StripFirstColon(id)), i);
+    healthIndex_.emplace(AsciiFolded(id), i);
+    identityIndex_.emplace(AsciiFolded(id), i);
+  }
+}
+
 zeda::orvi::OrviDiskHealth NasOrvi::GetDiskHealth(const std::string& key) {
   TraceCall(nas_.name, "GetDiskHealth", key);
-  for (const DiskRecord& record : nas_.disks) {
-    const std::string& id = record.disk.id;
-    if (AsciiEqualIgnoringCase(StripFirstColon(id), key) || AsciiEqualIgnoringCase(id, key)) {
-      return record.health;
-    }
-  }
-  DiskNotFound(key);
+  const auto found = healthIndex_.find(AsciiFolded(key));
+  if (found == healthIndex_.end()) DiskNotFound(key);
+  return nas_.disks[found->second].health;
 }
 
 zeda::orvi::OrviDiskIdentity NasOrvi::GetDiskIdentity(const std::string& id) {
   TraceCall(nas_.name, "GetDiskIdentity", id);
-  for (const DiskRecord& record : nas_.disks) {
-    if (AsciiEqualIgnoringCase(record.disk.id, id)) {
-      return record.identity;
-    }
-  }
-  DiskNotFound(id);
+  const auto found = identityIndex_.find(AsciiFolded(id));
+  if (found == identityIndex_.end()) DiskNotFound(id);
+  return nas_.disks[found->second].identity;
 }
 
 zeda::orvi::OrviDiskList NasOrvi::GetDiskList() {

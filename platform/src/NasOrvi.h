@@ -1,8 +1,12 @@
 // The NAS API object of one NAS of a snapshot. It answers from the snapshot's
-// immutable records, so it needs no lock.
+// immutable records, so it needs no lock. Look-ups go through indexes built
+// once per snapshot (keys folded to ASCII lower case), so a query costs the
+// same on a NAS of ten disks and one of ten thousand.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <unordered_map>
 
 #include "inventory/Orvi.h"
 #include "platform/Inventory.h"
@@ -12,7 +16,7 @@ namespace zeda::pelka::platform {
 class NasOrvi final : public zeda::orvi::Orvi {
  public:
   // `nas` must outlive this object (both belong to one snapshot).
-  explicit NasOrvi(const NasRecord& nas) : nas_(nas) {}
+  explicit NasOrvi(const NasRecord& nas);
 
   // The first disk, in list order, whose health key or whose identifier
   // equals `key` without regard to ASCII letter case.
@@ -23,7 +27,11 @@ class NasOrvi final : public zeda::orvi::Orvi {
   // Unknown disks throw std::runtime_error "Disk not found: <key>".
 
  private:
+  using Index = std::unordered_map<std::string, std::size_t>;  // folded key → disk position
+
   const NasRecord& nas_;
+  Index healthIndex_;    // health keys and identifiers; the first disk in list order wins
+  Index identityIndex_;  // identifiers; the first disk in list order wins
 };
 
 }  // namespace zeda::pelka::platform
