@@ -1,6 +1,7 @@
 // zeda-cim run as a program against the test provider module.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <array>
 #include <cstdio>
@@ -39,9 +40,11 @@ std::string quote(const std::string& s) {
 
 // Runs zeda-cim with args (each quoted for the shell).
 CliRun zedaCim(const std::vector<std::string>& args) {
-  const std::string dir = ::testing::TempDir();
-  const std::string outFile = dir + "/zeda_cim_out.txt";
-  const std::string errFile = dir + "/zeda_cim_err.txt";
+  // ctest runs tests in parallel processes: one file pair per process and run.
+  static int runs = 0;
+  const std::string stem = ::testing::TempDir() + "/zeda_cim_" + std::to_string(getpid()) + "_" + std::to_string(++runs);
+  const std::string outFile = stem + ".out";
+  const std::string errFile = stem + ".err";
   std::string cmd = quote(ZEDA_CIM);
   for (const auto& a : args) cmd += " " + quote(a);
   cmd += " >" + quote(outFile) + " 2>" + quote(errFile);
@@ -50,6 +53,8 @@ CliRun zedaCim(const std::vector<std::string>& args) {
   r.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
   r.out = slurp(outFile);
   r.err = slurp(errFile);
+  std::remove(outFile.c_str());
+  std::remove(errFile.c_str());
   return r;
 }
 
@@ -200,6 +205,7 @@ TEST(ZedaCim, EnvironmentIsSetBeforeLoading) {
 }
 
 struct UsageCase {
+  std::string label;
   std::vector<std::string> args;
   std::string message;
 };
@@ -218,30 +224,31 @@ TEST_P(ZedaCimUsage, ExitsTwoWithOneLine) {
 std::vector<UsageCase> usageCases() {
   const std::string m = zeda::host::test_support::testProvider();
   return {
-      {{"--module", m, "--bogus", "ei", "X"}, "unknown option --bogus"},
-      {{"--module", m, "-x", "ei", "X"}, "unknown option -x"},
-      {{"--module", m}, "no operation given"},
-      {{"--module", m, "frobnicate", "X"}, "unknown operation frobnicate"},
-      {{"--module", m, "ei"}, "ei needs a CLASS"},
-      {{"--module", m, "gi"}, "gi needs a PATH"},
-      {{"--module", m, "ei", "A", "B"}, "unexpected argument B"},
-      {{"--module", m, "--format", "yaml", "ei", "X"}, "unknown format yaml (mof, json or xml)"},
-      {{"--module", m, "ei", "X", "--module"}, "option --module needs a value"},
-      {{"--module", m, "ai", "ZEDA_HostTest"}, "ai needs --assoc-class or --provider"},
-      {{"--module", m, "ei", "X", "--role", "R"}, "option --role applies to association operations only"},
-      {{"--module", m, "ri", "X", "--provider", "P", "--result-role", "R"},
+      {"UnknownLongOption", {"--module", m, "--bogus", "ei", "X"}, "unknown option --bogus"},
+      {"UnknownShortOption", {"--module", m, "-x", "ei", "X"}, "unknown option -x"},
+      {"NoOperation", {"--module", m}, "no operation given"},
+      {"UnknownOperation", {"--module", m, "frobnicate", "X"}, "unknown operation frobnicate"},
+      {"MissingClass", {"--module", m, "ei"}, "ei needs a CLASS"},
+      {"MissingPath", {"--module", m, "gi"}, "gi needs a PATH"},
+      {"ExtraArgument", {"--module", m, "ei", "A", "B"}, "unexpected argument B"},
+      {"UnknownFormat", {"--module", m, "--format", "yaml", "ei", "X"}, "unknown format yaml (mof, json or xml)"},
+      {"OptionWithoutValue", {"--module", m, "ei", "X", "--module"}, "option --module needs a value"},
+      {"AssociationWithoutProvider", {"--module", m, "ai", "ZEDA_HostTest"}, "ai needs --assoc-class or --provider"},
+      {"AssociationOptionElsewhere", {"--module", m, "ei", "X", "--role", "R"}, "option --role applies to association operations only"},
+      {"ResultRoleOnReferences", {"--module", m, "ri", "X", "--provider", "P", "--result-role", "R"},
        "option --result-role does not apply to ri"},
-      {{"--module", m, "gi", "ZEDA_HostTest.InstanceID=\"1"},
+      {"UnterminatedQuote", {"--module", m, "gi", "ZEDA_HostTest.InstanceID=\"1"},
        "malformed object path at column 26: unterminated quoted value"},
-      {{"--module", m, "gi", "ZEDA_HostTest.=1"}, "malformed object path at column 15: expected key name"},
-      {{"--module", m, "ei", "ZEDA_HostTest.A=\"1\""}, "CLASS ZEDA_HostTest.A=\"1\" must be a class name without keys"},
-      {{"--module", "/nonexistent/module.so", "ei", "X"}, "module not found: /nonexistent/module.so"},
-      {{"--module", m, "ei", "ZEDA_Nobody"},
+      {"MissingKeyName", {"--module", m, "gi", "ZEDA_HostTest.=1"}, "malformed object path at column 15: expected key name"},
+      {"ClassWithKeys", {"--module", m, "ei", "ZEDA_HostTest.A=\"1\""}, "CLASS ZEDA_HostTest.A=\"1\" must be a class name without keys"},
+      {"ModuleNotFound", {"--module", "/nonexistent/module.so", "ei", "X"}, "module not found: /nonexistent/module.so"},
+      {"FactoryMissing", {"--module", m, "ei", "ZEDA_Nobody"},
        "factory missing: module " + m + " exports no ZEDA_NobodyProvider_Create_InstanceMI"},
   };
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, ZedaCimUsage, ::testing::ValuesIn(usageCases()));
+INSTANTIATE_TEST_SUITE_P(Cases, ZedaCimUsage, ::testing::ValuesIn(usageCases()),
+                         [](const ::testing::TestParamInfo<UsageCase>& info) { return info.param.label; });
 
 TEST(ZedaCim, HelpGoesToStdout) {
   const CliRun r = zedaCim({"--help"});

@@ -83,4 +83,5 @@ INSTANTIATE_TEST_SUITE_P(
                       Malformed{R"(ZEDA_X.K="a"x)", 13, "expected ',' or end of path after a key value"},
                       Malformed{R"(ZEDA_X.K="a",K="b")", 14, "duplicate key K"},
                       Malformed{"ZEDA_X.K=abc", 10, "unquoted key value must be an integer, TRUE or FALSE"},
-                      Malformed{"ZEDA X", 5, "expected '.' or end of path after the class name"}));
+                      Malformed{"ZEDA X", 5, "expected '.' or end of path after the class name"}),
+    [](const ::testing::TestParamInfo<Malformed>& info) { return "Case" + std::to_string(info.index); });
