@@ -6,9 +6,10 @@
 // to the EncObject. Objects live in the scope that was current when they were
 // made (a provider call, a mark() of the memory table, or the host's ambient
 // scope) and die with it; clones live until release() or until the host goes.
-// release() marks an object dead (hdl = NULL) and keeps its memory until its
-// owner goes, so a second release or a late use answers
-// CMPI_RC_ERR_INVALID_HANDLE instead of touching freed memory.
+// release() marks an object dead (hdl = NULL) and keeps its memory until the
+// current scope closes (a released clone moves into it), so a second release
+// or a late use within the call answers CMPI_RC_ERR_INVALID_HANDLE instead of
+// touching freed memory.
 #pragma once
 
 #include <cstddef>

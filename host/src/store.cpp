@@ -66,14 +66,23 @@ void Store::adoptCloneObject(std::unique_ptr<EncObject> obj) {
 
 void Store::release(EncObject& obj) {
   std::lock_guard<std::mutex> lock(mutex_);
+  if (obj.released()) return;
   obj.markReleased();
+  if (!obj.isClone()) return;
+  // A released clone is dead at once; its memory goes with the current
+  // scope, so that a late call on it still finds hdl == NULL meanwhile.
+  for (auto it = clones_.begin(); it != clones_.end(); ++it) {
+    if (it->get() == &obj) {
+      scopes_.back()->objects.push_back(std::move(*it));
+      clones_.erase(it);
+      return;
+    }
+  }
 }
 
 std::size_t Store::liveClones() const {
   std::lock_guard<std::mutex> lock(mutex_);
-  std::size_t n = 0;
-  for (const auto& c : clones_) n += c->released() ? 0 : 1;
-  return n;
+  return clones_.size();
 }
 
 void* Store::allocate(std::size_t size, bool zero) {
