@@ -3,6 +3,8 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -123,6 +125,26 @@ TEST_F(MIFactory, TableIsEmptyUntilTheFirstCall) {
   EXPECT_EQ(instanceExport.table.getInstance, nullptr);
   EXPECT_EQ(instanceExport.record.ft, nullptr);
   EXPECT_EQ(instanceExport.miName, "instanceTEST_FactoryProvider");
+}
+
+TEST_F(MIFactory, TableIsFilledByTheFirstCallOnlyButTheRecordPointsAtItEveryTime) {
+  ASSERT_NE(createInstanceMI(), nullptr);
+  instanceExport.table.getInstance = nullptr;  // a refill would restore it
+  instanceExport.record.ft = nullptr;
+  CMPIInstanceMI* mi = createInstanceMI();
+  ASSERT_NE(mi, nullptr);
+  EXPECT_EQ(mi->ft, &instanceExport.table);
+  EXPECT_EQ(instanceExport.table.getInstance, nullptr);
+}
+
+TEST(MIExportTable, ConcurrentFirstCallsFillTheTableOnce) {
+  MIExport<AssociationKind> shared("TEST_ConcurrentProvider");
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 8; ++i) threads.emplace_back([&shared] { shared.fillTableOnce(); });
+  for (std::thread& t : threads) t.join();
+  EXPECT_STREQ(shared.table.miName, "associationTEST_ConcurrentProvider");
+  EXPECT_EQ(shared.table.associators, &CmpiAssociationMI::driveAssociators);
+  EXPECT_EQ(shared.table.referenceNames, &CmpiAssociationMI::driveReferenceNames);
 }
 
 TEST_F(MIFactory, SameFactoryTwiceReturnsTheSameRecord) {
