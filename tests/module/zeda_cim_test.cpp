@@ -20,12 +20,14 @@ struct CliRun {
   std::string out;
 };
 
-// Runs zeda-cim on this build's module with a program-data directory of its own.
+// Runs zeda-cim on this build's module with a program-data directory of its
+// own. The log directory is that path followed by "\logs", a sibling of it,
+// so both live inside one temporary directory.
 CliRun ZedaCim(const std::string& arguments) {
-  const zeda::testing::TempDir programData;
+  const zeda::testing::TempDir base;
   const std::string command = std::string("'") + ZEDA_CIM + "' --module '" +
                               zeda::testing::ModulePath() + "' --program-data '" +
-                              programData.path() + "' " + arguments + " 2>/dev/null";
+                              base.path() + "/program-data' " + arguments + " 2>/dev/null";
   CliRun run;
   FILE* pipe = popen(command.c_str(), "r");
   if (pipe == nullptr) return run;
