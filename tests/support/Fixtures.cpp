@@ -45,9 +45,16 @@ const char* ModulePath() { return ZEDA_MODULE_PATH; }
 
 const std::string& ProgramDataDir() {
   // Kept for the whole process: the module forms its log directory from it
-  // once, when it is loaded.
-  static const TempDir dir;
-  return dir.path();
+  // once, when it is loaded. The log directory is the program-data path with
+  // "\\logs" glued on, a sibling of it, so both live inside one temporary
+  // directory that is removed at exit.
+  static const TempDir root;
+  static const std::string dir = [] {
+    const std::string path = root.path() + "/program-data";
+    fs::create_directory(path);
+    return path;
+  }();
+  return dir;
 }
 
 std::string LogDir() { return ProgramDataDir() + "\\logs"; }
