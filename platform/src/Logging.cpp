@@ -72,6 +72,12 @@ void Initialize(const char* programName, const char* logDirectory) {
       return;
     }
     if (!directory.empty()) FLAGS_log_dir = directory;
+    // The files are the log. The object manager's stderr is its own (and a
+    // command such as zeda-cim reports the failure itself), so ERROR lines
+    // are not echoed there unless GLOG_stderrthreshold asks for it.
+    if (std::getenv("GLOG_stderrthreshold") == nullptr) {
+      FLAGS_stderrthreshold = google::NUM_SEVERITIES;
+    }
     google::InitGoogleLogging(state.programName.c_str());
   } catch (...) {
     // Logging must never take the host down; without it the host runs on.
