@@ -74,7 +74,7 @@ void printClasses(std::ostream& out, Format format, const std::vector<std::strin
         item["factories"] = c.factories;
         doc["results"].push_back(item);
       }
-      out << doc.dump(2) << "\n";
+      out << doc.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << "\n";
       break;
     }
     case Format::Xml:

@@ -86,6 +86,30 @@ Outcome runOperation(host::Host& h, const Options& o) {
   return h.referenceNames(provider, path, o.resultClass, o.role);
 }
 
+// The text with its control characters written as escapes (\n, \t, \xNN):
+// whatever the user typed or a provider answered, a message stays one line.
+std::string oneLine(const std::string& text) {
+  std::string out;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (c == '\n') {
+      out += "\\n";
+    } else if (c == '\r') {
+      out += "\\r";
+    } else if (c == '\t') {
+      out += "\\t";
+    } else if (byte < 0x20 || byte == 0x7f) {
+      static const char kHex[] = "0123456789abcdef";
+      out += "\\x";
+      out += kHex[byte >> 4];
+      out += kHex[byte & 0xf];
+    } else {
+      out += c;
+    }
+  }
+  return out;
+}
+
 void print(const Options& o, const Outcome& out) {
   switch (o.format) {
     case Format::Json: std::cout << host::toJson(o.operation, out); break;
@@ -94,7 +118,7 @@ void print(const Options& o, const Outcome& out) {
   }
   if (o.format != Format::Json && !out.ok()) {
     std::cerr << "zeda-cim: " << rcName(out.status.code) << " (" << out.status.code << ")"
-              << (out.status.message ? ": " + *out.status.message : std::string()) << "\n";
+              << (out.status.message ? ": " + oneLine(*out.status.message) : std::string()) << "\n";
   }
 }
 
@@ -127,16 +151,16 @@ int main(int argc, char** argv) {
   try {
     return zeda::cim::run(args);
   } catch (const zeda::cim::UsageError& e) {
-    std::cerr << "zeda-cim: " << e.what() << "\n";
+    std::cerr << "zeda-cim: " << zeda::cim::oneLine(e.what()) << "\n";
     return 2;
   } catch (const zeda::host::FactoryMissing& e) {
-    std::cerr << "zeda-cim: factory missing: " << e.what() << "\n";
+    std::cerr << "zeda-cim: factory missing: " << zeda::cim::oneLine(e.what()) << "\n";
     return 2;
   } catch (const zeda::host::LoadError& e) {
-    std::cerr << "zeda-cim: " << e.what() << "\n";
+    std::cerr << "zeda-cim: " << zeda::cim::oneLine(e.what()) << "\n";
     return 2;
   } catch (const std::exception& e) {
-    std::cerr << "zeda-cim: error: " << e.what() << "\n";
+    std::cerr << "zeda-cim: error: " << zeda::cim::oneLine(e.what()) << "\n";
     return 1;
   }
 }

@@ -77,6 +77,13 @@ Json resultJson(const ResultItem& r) {
   return out;
 }
 
+// Text of a document. Strings are bytes as the provider or the user gave
+// them; a byte that is not UTF-8 is written as U+FFFD instead of failing the
+// whole document.
+std::string documentText(const Json& j, int indent = -1) {
+  return j.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
 }  // namespace
 
 std::string toJson(const std::string& operation, const Outcome& outcome) {
@@ -94,11 +101,11 @@ std::string toJson(const std::string& operation, const Outcome& outcome) {
   Json results = Json::array();
   for (const auto& r : outcome.results) results.push_back(resultJson(r));
   doc["results"] = std::move(results);
-  return doc.dump(2) + "\n";
+  return documentText(doc, 2) + "\n";
 }
 
-std::string valueToJson(const Value& v) { return valueJson(v).dump(); }
-std::string objectPathToJson(const ObjectPath& p) { return pathJson(p).dump(); }
-std::string instanceToJson(const Instance& i) { return instanceJson(i).dump(); }
+std::string valueToJson(const Value& v) { return documentText(valueJson(v)); }
+std::string objectPathToJson(const ObjectPath& p) { return documentText(pathJson(p)); }
+std::string instanceToJson(const Instance& i) { return documentText(instanceJson(i)); }
 
 }  // namespace zeda::host

@@ -40,18 +40,89 @@ std::string mofQuote(const std::string& s) {
   return out + "\"";
 }
 
+namespace {
+
+constexpr char kReplacement[] = "\xEF\xBF\xBD";  // U+FFFD
+
+bool inRange(unsigned char c, unsigned char low, unsigned char high) { return c >= low && c <= high; }
+
+// Length of the well-formed UTF-8 sequence of two or more bytes at s[i], or 0.
+// On 0, *bad is the length of its longest valid start (at least 1), the bytes
+// one U+FFFD stands for.
+std::size_t multiByteLength(const std::string& s, std::size_t i, std::size_t* bad) {
+  const auto at = [&s](std::size_t n) { return static_cast<unsigned char>(s[n]); };
+  const unsigned char lead = at(i);
+  std::size_t length = 0;
+  unsigned char low = 0x80;
+  unsigned char high = 0xBF;  // range of the second byte; later bytes 80..BF
+  if (inRange(lead, 0xC2, 0xDF)) {
+    length = 2;
+  } else if (inRange(lead, 0xE0, 0xEF)) {
+    length = 3;
+    if (lead == 0xE0) low = 0xA0;   // no overlong forms
+    if (lead == 0xED) high = 0x9F;  // no surrogates
+  } else if (inRange(lead, 0xF0, 0xF4)) {
+    length = 4;
+    if (lead == 0xF0) low = 0x90;
+    if (lead == 0xF4) high = 0x8F;  // nothing above U+10FFFF
+  }
+  std::size_t n = 1;
+  for (; n < length && i + n < s.size(); ++n) {
+    const bool ok = n == 1 ? inRange(at(i + n), low, high) : inRange(at(i + n), 0x80, 0xBF);
+    if (!ok) break;
+  }
+  if (length == 0 || n < length) {
+    *bad = n;
+    return 0;
+  }
+  // U+FFFE and U+FFFF are no XML characters.
+  if (length == 3 && lead == 0xEF && at(i + 1) == 0xBF && at(i + 2) >= 0xBE) {
+    *bad = length;
+    return 0;
+  }
+  return length;
+}
+
+}  // namespace
+
 std::string xmlEscape(const std::string& s) {
   std::string out;
   out.reserve(s.size());
-  for (const char c : s) {
+  for (std::size_t i = 0; i < s.size();) {
+    const char c = s[i];
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte >= 0x80) {
+      std::size_t bad = 0;
+      const std::size_t length = multiByteLength(s, i, &bad);
+      if (length == 0) {
+        out += kReplacement;
+        i += bad;
+      } else {
+        out.append(s, i, length);
+        i += length;
+      }
+      continue;
+    }
     switch (c) {
       case '&': out += "&amp;"; break;
       case '<': out += "&lt;"; break;
       case '>': out += "&gt;"; break;
       case '"': out += "&quot;"; break;
       case '\'': out += "&apos;"; break;
-      default: out += c;
+      // References keep these three through end-of-line and attribute-value
+      // normalisation.
+      case '\t': out += "&#9;"; break;
+      case '\n': out += "&#10;"; break;
+      case '\r': out += "&#13;"; break;
+      default:
+        // Other control characters are no XML 1.0 characters at all.
+        if (byte < 0x20) {
+          out += kReplacement;
+        } else {
+          out += c;
+        }
     }
+    ++i;
   }
   return out;
 }

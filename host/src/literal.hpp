@@ -11,7 +11,9 @@ namespace zeda::host::detail {
 std::string realText(const Value& v);
 // "abc" with " \ and control characters escaped the MOF way.
 std::string mofQuote(const std::string& s);
-// & < > " ' as XML entities.
+// & < > " ' as XML entities, tab, line feed and carriage return as
+// character references; control characters that XML 1.0 cannot carry and bytes
+// that are not UTF-8 as U+FFFD.
 std::string xmlEscape(const std::string& s);
 
 }  // namespace zeda::host::detail

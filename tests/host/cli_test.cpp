@@ -228,6 +228,11 @@ std::vector<UsageCase> usageCases() {
       {"UnknownShortOption", {"--module", m, "-x", "ei", "X"}, "unknown option -x"},
       {"NoOperation", {"--module", m}, "no operation given"},
       {"UnknownOperation", {"--module", m, "frobnicate", "X"}, "unknown operation frobnicate"},
+      // Control characters of the user's text are shown escaped: the message stays one line.
+      {"UnknownOperationWithLineBreak", {"--module", m, "a\nb\tc\x01", "X"}, "unknown operation a\\nb\\tc\\x01"},
+      {"MalformedPathWithLineBreak", {"--module", m, "ei", "ZEDA_HostTest.K=\"1\n"},
+       "malformed object path at column 17: unterminated quoted value"},
+      {"ClassWithKeysAndLineBreak", {"--module", m, "ei", "X.A=\"1\n2\""}, "CLASS X.A=\"1\\n2\" must be a class name without keys"},
       {"MissingClass", {"--module", m, "ei"}, "ei needs a CLASS"},
       {"MissingPath", {"--module", m, "gi"}, "gi needs a PATH"},
       {"ExtraArgument", {"--module", m, "ei", "A", "B"}, "unexpected argument B"},

@@ -77,3 +77,16 @@ TEST(FormatJson, ResultsInOrderOfEveryKind) {
       "keys": []}, "properties": []})"));
   EXPECT_EQ(doc["results"][2], json::parse(R"({"type": "uint32", "value": 5})"));
 }
+
+TEST(FormatJson, BytesThatAreNotUtf8StillGiveOneDocument) {
+  // A key value the client typed, handed back unchanged by a provider, can
+  // hold any bytes; each byte that is not UTF-8 becomes U+FFFD.
+  Outcome out;
+  out.done = true;
+  out.results.emplace_back(ObjectPath("root/cimv2", "ZEDA_A", {{"K", Value::string("a\xff" "b\xc3")}}));
+  std::string text;
+  ASSERT_NO_THROW(text = toJson("rin", out));
+  const json doc = json::parse(text);
+  EXPECT_EQ(doc["results"][0]["keys"][0]["value"], "a\xEF\xBF\xBD" "b\xEF\xBF\xBD");
+  EXPECT_EQ(valueToJson(Value::string("\xfe")), "\"\xEF\xBF\xBD\"");
+}

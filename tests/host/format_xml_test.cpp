@@ -69,3 +69,19 @@ TEST(FormatXml, OutcomeIsOneDocument) {
   EXPECT_NE(text.find("<VALUE.OBJECTPATH>"), std::string::npos);
   EXPECT_NE(text.find("<VALUE>7</VALUE>\n</IRETURNVALUE>\n"), std::string::npos);
 }
+
+TEST(FormatXml, ControlCharactersAndBytesThatAreNotUtf8StayWellFormed) {
+  // Tab, line feed and carriage return as character references, so that
+  // neither end-of-line nor attribute-value normalisation alters them; other
+  // control characters (no XML 1.0 character) and bytes that are not UTF-8
+  // become U+FFFD.
+  const std::string r = "\xEF\xBF\xBD";
+  EXPECT_EQ(valueToXml(Value::string("a\tb\nc\rd")), "<VALUE>a&#9;b&#10;c&#13;d</VALUE>");
+  EXPECT_EQ(valueToXml(Value::string(std::string("x\x01y\0z", 5))), "<VALUE>x" + r + "y" + r + "z</VALUE>");
+  EXPECT_EQ(valueToXml(Value::string("\xff\xc3(\xe2\x82")), "<VALUE>" + r + r + "(" + r + "</VALUE>");
+  // Well-formed UTF-8 passes unchanged.
+  EXPECT_EQ(valueToXml(Value::string("\xc3\xa9\xe2\x82\xac\xf0\x9f\x92\xbe")),
+            "<VALUE>\xc3\xa9\xe2\x82\xac\xf0\x9f\x92\xbe</VALUE>");
+  const std::string path = objectPathToXml(ObjectPath("root/cimv2", "ZEDA_A", {{"K", Value::string("1\n2")}}));
+  EXPECT_NE(path.find("<KEYVALUE VALUETYPE=\"string\" TYPE=\"string\">1&#10;2</KEYVALUE>"), std::string::npos) << path;
+}
