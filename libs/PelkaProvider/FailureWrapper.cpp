@@ -27,8 +27,10 @@ CmpiStatus Convert(const std::string& className, int line) {
     LogError(line, className + ": CmpiStatus.rc() = " + Code(status.rc()));
     return status;
   } catch (const std::exception& e) {
-    LogError(line, className + ": " + e.what());
-    return CmpiStatus(CMPI_RC_ERROR, e.what());
+    // what() of a foreign exception may give no text at all.
+    const char* const text = e.what();
+    LogError(line, className + ": " + (text != nullptr ? text : ""));
+    return CmpiStatus(CMPI_RC_ERROR, text);
   } catch (...) {
     LogError(line, className + ": Unknown error");
     return CmpiStatus(CMPI_RC_ERROR, "Unknown error");

@@ -120,6 +120,21 @@ TEST_F(FailureWrapper, FormatErrorBecomesCode200WithItsText) {
   EXPECT_EQ(lines[0].text, "ZEDA_DiskDrive: " + what);
 }
 
+// A library exception that has no text to give.
+struct Textless : std::exception {
+  const char* what() const noexcept override { return nullptr; }
+};
+
+TEST_F(FailureWrapper, LibraryExceptionWithoutTextBecomesCode200WithoutMessage) {
+  const CmpiStatus status = getInstanceThat(Throws(Textless()));
+  EXPECT_EQ(status.rc(), CMPI_RC_ERROR);
+  EXPECT_FALSE(status.hasMessage());
+  const auto lines = FrameworkLines(capture);
+  ASSERT_EQ(lines.size(), 1u);
+  EXPECT_EQ(lines[0].line, 84);
+  EXPECT_EQ(lines[0].text, "ZEDA_DiskDrive: ");
+}
+
 TEST_F(FailureWrapper, AnythingElseIsAnUnknownError) {
   const CmpiStatus status = getInstanceThat(Throws(42));
   EXPECT_EQ(status.rc(), CMPI_RC_ERROR);

@@ -219,6 +219,35 @@ TEST_F(MIFactory, FailingInitializeWithoutMessageLeavesTheMessageNull) {
   EXPECT_EQ(base.getBaseMI(), nullptr);
 }
 
+// An object manager without a broker, or whose broker cannot make strings,
+// still gets the failure code; the message stays null instead of a crash.
+TEST_F(MIFactory, FailingInitializeWithoutABrokerReportsTheCodeWithoutMessage) {
+  plan.initializeAnswer = CmpiStatus(CMPI_RC_ERR_ACCESS_DENIED, "x");
+  status.msg = reinterpret_cast<CMPIString*>(&status);
+  EXPECT_EQ(CreateMI<FactoryProvider>(instanceExport, base, nullptr, TestHost().context(),
+                                      &status),
+            nullptr);
+  EXPECT_EQ(status.rc, CMPI_RC_ERR_ACCESS_DENIED);
+  EXPECT_EQ(status.msg, nullptr);
+  EXPECT_EQ(base.getBaseMI(), nullptr);
+  EXPECT_EQ(plan.destroyed, 1);
+}
+
+TEST_F(MIFactory, FailingInitializeUnderABrokerWithoutNewStringLeavesTheMessageNull) {
+  CMPIBrokerEncFT factories = *TestHost().broker()->eft;
+  factories.newString = nullptr;
+  CMPIBroker broker = *TestHost().broker();
+  broker.eft = &factories;
+  plan.initializeAnswer = CmpiStatus(CMPI_RC_ERR_ACCESS_DENIED, "x");
+  status.msg = reinterpret_cast<CMPIString*>(&status);
+  EXPECT_EQ(CreateMI<FactoryProvider>(associationExport, base, &broker, TestHost().context(),
+                                      &status),
+            nullptr);
+  EXPECT_EQ(status.rc, CMPI_RC_ERR_ACCESS_DENIED);
+  EXPECT_EQ(status.msg, nullptr);
+  EXPECT_EQ(base.getBaseMI(), nullptr);
+}
+
 TEST_F(MIFactory, ThrowingInitializeGivesCodeOneAndNoMessage) {
   plan.throwInInitialize = true;
   status.msg = reinterpret_cast<CMPIString*>(&status);

@@ -55,11 +55,9 @@ typename Kind::Record* CreateMI(MIExport<Kind>& mi, CmpiProviderBase& base,
     }
 
     provider.reset();
-    status->rc = initialized.rc();
-    status->msg = nullptr;
-    if (initialized.hasMessage()) {
-      status->msg = broker->eft->newString(broker, initialized.msg(), nullptr);
-    }
+    // Code and message; the message text becomes a string made by the
+    // broker's newString, and stays null when the broker cannot make one.
+    *status = initialized.toCMPIStatus(broker);
     return nullptr;
   } catch (...) {
     // A throwing constructor or initialize(): nothing is registered.
