@@ -55,7 +55,12 @@ TEST_F(MediaPresentTest, EnumeratesDriveThenExtentOfEveryDisk) {
                                "Dependent", ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent7")),
                    Association(kClass, "Antecedent", DrivePath("ZEDA:nas2", "ZEDA:nas2:DISKa1"),
                                "Dependent", ExtentPath("ZEDA:nas2", "ZEDA:nas2:DiskExtenta1"))});
-  EXPECT_TRUE(trace.calls("GetDiskHealth").empty());
+  // The inventory walk alone: no health query, no NAS lookup by name.
+  EXPECT_EQ(trace.calls(),
+            (std::vector<TraceCall>{Call("-", "GetNasList"), Call("nas1", "GetOrvi"),
+                                    Call("nas1", "GetDiskList"), Call("empty", "GetOrvi"),
+                                    Call("empty", "GetDiskList"), Call("nas2", "GetOrvi"),
+                                    Call("nas2", "GetDiskList")}));
 }
 
 TEST_F(MediaPresentTest, EmptyNasListAnswersNothingButDone) {

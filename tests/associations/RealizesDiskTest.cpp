@@ -50,7 +50,12 @@ TEST_F(RealizesDiskTest, EnumeratesPackageThenDriveOfEveryDisk) {
                    Association(kClass, "Antecedent",
                                PackagePath("ZEDA_PhysicalPackage_Disk", "ZEDA:nas2:DISK0:10"),
                                "Dependent", DrivePath("ZEDA:nas2", "ZEDA:nas2:DISK0:10"))});
-  EXPECT_TRUE(trace.calls("GetDiskIdentity").empty());
+  // The inventory walk alone: no identity query.
+  EXPECT_EQ(trace.calls(),
+            (std::vector<TraceCall>{Call("-", "GetNasList"), Call("empty", "GetOrvi"),
+                                    Call("empty", "GetDiskList"), Call("nas1", "GetOrvi"),
+                                    Call("nas1", "GetDiskList"), Call("nas2", "GetOrvi"),
+                                    Call("nas2", "GetDiskList")}));
 }
 
 TEST_F(RealizesDiskTest, EmptyNasListAnswersNothingButDone) {
@@ -92,6 +97,25 @@ TEST_F(RealizesDiskTest, ShortDeviceIdWithoutDiskFails) {
   // The NAS is looked up before the DeviceID is parsed.
   EXPECT_EQ(trace.calls(),
             (std::vector<TraceCall>{Call("-", "Nas::Get", "nas1"), Call("nas1", "GetOrvi")}));
+}
+
+TEST_F(RealizesDiskTest, DriveSourceAnswersInItsOwnNamespace) {
+  ScopedInventory inventory(
+      Inventory({Nas("nas1", {WithIdentity("7", "ACME X100", "X100", "SN7")})}));
+  const Outcome outcome = From(DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK7", "root/other"));
+  ASSERT_EQ(outcome.results.size(), 1u);
+  EXPECT_EQ(outcome.instances()[0].path(), ObjectPath("root/other", "ZEDA_PhysicalPackage_Disk"));
+}
+
+TEST_F(RealizesDiskTest, DriveSourceWithoutSystemNameFailsAsTheKeyReaderFails) {
+  ScopedInventory inventory(Inventory({Nas("nas1", {Disk("7")})}));
+  const ObjectPath noSystemName =
+      ObjectPath(kNs, "ZEDA_DiskDrive").addKey("DeviceID", "ZEDA:nas1:DISK7");
+  const Outcome outcome = From(noSystemName);
+  EXPECT_EQ(outcome.code(), 6);  // CMPI_RC_ERR_NOT_FOUND of the missing key
+  EXPECT_TRUE(outcome.results.empty());
+  EXPECT_FALSE(outcome.done);
+  EXPECT_TRUE(trace.calls().empty());
 }
 
 TEST_F(RealizesDiskTest, ManufacturerIsTheProductBeforeTheModelLessOneCharacter) {

@@ -109,6 +109,14 @@ TEST_F(SystemDeviceDiskDriveTest, ForeignAssociationClassIsWrongClassName) {
   EXPECT_TRUE(HasErrorLogLine(kAssociatorsLine, "ZEDA_SystemDevice_DiskDrive: Wrong class name"));
 }
 
+TEST_F(SystemDeviceDiskDriveTest, AssociationClassIsCheckedBeforeTheSourceClass) {
+  const ObjectPath parent = DevicePath("CIM_DiskDrive", "ZEDA_ComputerSystem", "ZEDA:nas1",
+                                       "ZEDA_DiskDrive", "ZEDA:nas1:DISK3");
+  ExpectFailure(host.associators(provider, parent, "CIM_SystemDevice", "CIM_ComputerSystem",
+                                 std::nullopt, std::nullopt),
+                200, "Wrong class name");
+}
+
 TEST_F(SystemDeviceDiskDriveTest, ParentClassSourceIsUnknownClassName) {
   const ObjectPath parent = DevicePath("CIM_DiskDrive", "ZEDA_ComputerSystem", "ZEDA:nas1",
                                        "ZEDA_DiskDrive", "ZEDA:nas1:DISK3");

@@ -134,6 +134,13 @@ TEST_F(SystemDeviceStorageExtentTest, ForeignAssociationClassIsWrongClassName) {
       HasErrorLogLine(kAssociatorsLine, "ZEDA_SystemDevice_StorageExtent_Disk: Wrong class name"));
 }
 
+TEST_F(SystemDeviceStorageExtentTest, AssociationClassIsCheckedBeforeTheSourceClass) {
+  ExpectFailure(host.associators(provider, ObjectPath(kNs, "CIM_StorageExtent"),
+                                 "ZEDA_SystemDevice_DiskDrive", "CIM_StoragePool", std::nullopt,
+                                 std::nullopt),
+                200, "Wrong class name");
+}
+
 TEST_F(SystemDeviceStorageExtentTest, ForeignSourceClassIsUnknownClassName) {
   const ObjectPath parent = DevicePath("CIM_StorageExtent", "ZEDA_ComputerSystem", "ZEDA:nas1",
                                        "ZEDA_StorageExtent_Disk", "ZEDA:nas1:DiskExtent0:3");

@@ -214,6 +214,26 @@ TEST(DiskDriveGetInstance, AnswersEvenWithoutAnyInventory) {
   EXPECT_EQ(outcome.instances().size(), 1u);
 }
 
+TEST(DiskDriveOperations, ThePropertyListOfTheRequestIsNotApplied) {
+  const ScopedInventory inventory(InventoryJson({NasJson("nas1", {DiskJson("0:3")})}));
+  const std::vector<std::string> onlyName = {"Name"};
+
+  const Outcome all =
+      ModuleHost().enumerateInstances(Provider(kClass), ClassPath(kClass), onlyName);
+  ASSERT_EQ(all.code(), 0);
+  ASSERT_EQ(all.instances().size(), 1u);
+  EXPECT_EQ(PropertyNames(all.instances().front()), kPropertyNames);
+
+  // Any namespace: the placeholder carries the request's, with all twelve properties.
+  const Outcome one = ModuleHost().getInstance(
+      Provider(kClass), zeda::host::ObjectPath("root/other", kClass), std::vector<std::string>{});
+  ASSERT_EQ(one.code(), 0);
+  ASSERT_EQ(one.instances().size(), 1u);
+  EXPECT_EQ(one.instances().front().path(), zeda::host::ObjectPath("root/other", kClass));
+  EXPECT_EQ(PropertyNames(one.instances().front()), kPropertyNames);
+  EXPECT_EQ(PropertyTypes(one.instances().front()), kPropertyTypes);
+}
+
 TEST(DiskDriveOperations, OnlyEnumerationAndGetInstanceAreServed) {
   const Outcome names =
       ModuleHost().enumerateInstanceNames(Provider(kClass), ClassPath(kClass));

@@ -1,5 +1,6 @@
 // ZEDA_StorageExtent_Disk through the module: enumeration with its two
 // health queries per disk, and GetInstance, which really looks the disk up.
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -180,12 +181,16 @@ TEST(StorageExtentGetInstance, EveryEnumeratedExtentIsFoundAgain) {
 TEST(StorageExtentGetInstance, AnAbsentDiskAnswersNothingAndOk) {
   const ScopedInventory inventory(InventoryJson({NasJson("nas1", {DiskJson("0:3")})}));
   const ScopedTrace trace;
+  const std::size_t loggedBefore = ErrorLogLines().size();
   const Outcome outcome = Get("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:4");
   EXPECT_EQ(outcome.code(), 0);
   EXPECT_FALSE(outcome.status.message.has_value());
   EXPECT_TRUE(outcome.done);
   EXPECT_TRUE(outcome.results.empty());
-  EXPECT_TRUE(trace.calls("GetDiskHealth").empty());
+  EXPECT_EQ(ErrorLogLines().size(), loggedBefore);  // not an error: nothing is logged
+  EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{{"-", "Nas::Get", "nas1"},
+                                                   {"nas1", "GetOrvi", ""},
+                                                   {"nas1", "GetDiskList", ""}}));
 }
 
 TEST(StorageExtentGetInstance, TheIdentifierMatchesExactlyAndCaseSensitively) {
