@@ -12,7 +12,8 @@ class Orvi {
  public:
   virtual ~Orvi() = default;
 
-  // key is the disk's health key (StripFirstColon of its identifier).
+  // `key` names the disk either by its health key (StripFirstColon of its
+  // identifier) or by its identifier as it stands; callers use both forms.
   virtual OrviDiskHealth GetDiskHealth(const std::string& key) = 0;
   // id is the disk identifier verbatim, colon kept.
   virtual OrviDiskIdentity GetDiskIdentity(const std::string& id) = 0;
