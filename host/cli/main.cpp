@@ -162,5 +162,10 @@ int main(int argc, char** argv) {
   } catch (const std::exception& e) {
     std::cerr << "zeda-cim: error: " << zeda::cim::oneLine(e.what()) << "\n";
     return 1;
+  } catch (...) {
+    // Nothing in the host throws anything else; a stray non-standard
+    // exception still ends with a message, not with std::terminate.
+    std::cerr << "zeda-cim: error: unknown exception\n";
+    return 1;
   }
 }
