@@ -7,6 +7,7 @@
 
 #include "providers/common/CimValues.h"
 #include "providers/elements/SoftwareIdentityBuilder.h"
+#include "providers/elements/StorageExtentBuilder.h"
 
 namespace zeda::pelka {
 
@@ -45,18 +46,9 @@ void MakePlaceholderComputerSystemInstance(CmpiInstance& inst, const char* nameS
 }
 
 void MakePlaceholderStorageExtentInstance(CmpiInstance& inst, const char* nameSpace) {
-  inst = CmpiInstance(CmpiObjectPath(nameSpace, "ZEDA_StorageExtent_Disk"));
-  inst.setProperty("SystemCreationClassName", CmpiData("ZEDA_SystemCreationClassName"));
-  inst.setProperty("SystemName", CmpiData("ZEDA_SystemName"));
-  inst.setProperty("CreationClassName", CmpiData("ZEDA_CreationClassName"));
-  inst.setProperty("DeviceID", CmpiData("ZEDA_DeviceID"));
-  inst.setProperty("ExtentStatus", CmpiData(Uint16Array(2)));
-  inst.setProperty("NumberOfBlocks", CmpiData(CMPIUint64{1000}));
-  inst.setProperty("ConsumableBlocks", CmpiData(CMPIUint64{100}));
-  inst.setProperty("BlockSize", CmpiData(CMPIUint64{512}));
-  inst.setProperty("HealthState", CmpiData(static_cast<CMPIUint16>(5)));
-  inst.setProperty("OperationalStatus", CmpiData(Uint16Array(2)));
-  inst.setProperty("ExtentDiscriminator", CmpiData(StringArray("SNIA:Pool Component")));
+  MakeExtentShapedInstance(inst, nameSpace, "ZEDA_SystemCreationClassName", "ZEDA_SystemName",
+                           "ZEDA_CreationClassName", "ZEDA_DeviceID", CMPIUint16{2},
+                           CMPIUint64{1000}, CMPIUint64{100}, CMPIUint16{5}, CMPIUint16{2});
 }
 
 void MakePlaceholderSoftwareIdentityInstance(CmpiInstance& inst, const char* nameSpace) {

@@ -4,6 +4,7 @@
 #include "inventory/Library.h"
 #include "providers/associations/PlaceholderInstances.h"
 #include "providers/common/CimValues.h"
+#include "providers/common/PlaceholderReference.h"
 #include "providers/common/InventoryWalk.h"
 
 namespace zeda::pelka {
@@ -64,22 +65,14 @@ CmpiStatus SystemDeviceAssociators(const SystemDeviceKind& kind, CmpiResult& rsl
 
 CmpiStatus SystemDeviceReferences(const SystemDeviceKind& kind, CmpiResult& rslt,
                                   const CmpiObjectPath& source) {
-  const std::string nameSpace = NameSpaceOf(source);
-  const std::string sourceClass = cmpi::GetClassName(source);
-  CmpiObjectPath system;
-  CmpiObjectPath device;
-  if (sourceClass == kind.deviceClass) {
-    system = ComputerSystemPath(nameSpace, kPlaceholderSystemName);
-    device = source;
-  } else if (sourceClass == kSystemClass) {
-    system = source;
-    device = PlaceholderDevicePath(nameSpace, kind.deviceClass);
-  } else {
-    throw Exception("Unknown class name: " + sourceClass);
-  }
-  rslt.returnData(AssociationInstance(nameSpace, kind.associationClass, "GroupComponent", system,
-                                      "PartComponent", device));
-  rslt.returnDone();
+  const AssociationEnd system{"GroupComponent", kSystemClass, [](const std::string& nameSpace) {
+                                return ComputerSystemPath(nameSpace, kPlaceholderSystemName);
+                              }};
+  const AssociationEnd device{"PartComponent", kind.deviceClass,
+                              [&kind](const std::string& nameSpace) {
+                                return PlaceholderDevicePath(nameSpace, kind.deviceClass);
+                              }};
+  ReturnPlaceholderReference(rslt, source, kind.associationClass, system, device);
   return CmpiStatus(CMPI_RC_OK);
 }
 

@@ -7,6 +7,7 @@
 #include "inventory/Library.h"
 #include "providers/associations/PlaceholderInstances.h"
 #include "providers/common/CimValues.h"
+#include "providers/common/PlaceholderReference.h"
 #include "providers/common/InventoryWalk.h"
 #include "providers/elements/DiskDriveBuilder.h"
 
@@ -88,22 +89,13 @@ CmpiStatus ZEDA_ElementSoftwareIdentity_Disk::Associators::operator()(
 CmpiStatus ZEDA_ElementSoftwareIdentity_Disk::References::operator()(
     const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
     const std::string& resultClass, const std::string& role, const char** properties) {
-  const std::string nameSpace = NameSpaceOf(cop);
-  const std::string sourceClass = cmpi::GetClassName(cop);
-  CmpiObjectPath software;
-  CmpiObjectPath drive;
-  if (sourceClass == kDriveClass) {
-    software = SoftwareIdentityPath(nameSpace, "ZEDA_InstanceID");
-    drive = cop;
-  } else if (sourceClass == kSoftwareClass) {
-    software = cop;
-    drive = PlaceholderDevicePath(nameSpace, kDriveClass);
-  } else {
-    throw Exception("Unknown class name: " + sourceClass);
-  }
-  rslt.returnData(AssociationInstance(nameSpace, kAssociationClass, "Antecedent", software,
-                                      "Dependent", drive));
-  rslt.returnDone();
+  const AssociationEnd software{"Antecedent", kSoftwareClass, [](const std::string& nameSpace) {
+                                  return SoftwareIdentityPath(nameSpace, "ZEDA_InstanceID");
+                                }};
+  const AssociationEnd drive{"Dependent", kDriveClass, [](const std::string& nameSpace) {
+                               return PlaceholderDevicePath(nameSpace, kDriveClass);
+                             }};
+  ReturnPlaceholderReference(rslt, cop, kAssociationClass, software, drive);
   return CmpiStatus(CMPI_RC_OK);
 }
 

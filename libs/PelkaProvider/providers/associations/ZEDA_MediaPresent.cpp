@@ -10,6 +10,8 @@
 #include "inventory/Keys.h"
 #include "inventory/Library.h"
 #include "providers/common/CimValues.h"
+#include "providers/common/PlaceholderReference.h"
+#include "providers/common/DiskProperties.h"
 #include "providers/common/Health.h"
 #include "providers/common/InventoryWalk.h"
 #include "providers/common/TextOps.h"
@@ -37,12 +39,6 @@ CMPIUint16 ExactInterconnectType(const std::string& interfaceType) {
   return 1;
 }
 
-// DiskType: 3 for a solid-state disk, else 2.
-CMPIUint16 DiskTypeOf(const zeda::orvi::OrviDisk& disk) { return disk.isSsd ? 3 : 2; }
-
-// ExtentStatus: 13 for a disk in no group (free), else 2.
-CMPIUint16 ExtentStatusOf(const zeda::orvi::OrviDisk& disk) { return disk.isFree ? 13 : 2; }
-
 // A record belongs to the parsed identifier when the two agree ignoring
 // letter case (clients may send the identifier in either case).
 bool SameDisk(const zeda::orvi::OrviDisk& disk, const std::string& id) {
@@ -67,7 +63,8 @@ void AnswerDrivesOfExtent(CmpiResult& rslt, const CmpiObjectPath& source,
     MakeDiskDriveInstance(drive, kDriveClass, nameSpace.c_str(), kSystemClass, systemName.c_str(),
                           kDriveClass, deviceId.c_str(), id.c_str(), HealthStateOf(healthStatus),
                           OperationalStatusOf(healthStatus),
-                          ExactInterconnectType(disk.interfaceType), DiskTypeOf(disk), disk.rpm);
+                          ExactInterconnectType(disk.interfaceType), DiskTypeOf(disk.isSsd),
+                          disk.rpm);
     rslt.returnData(drive);
   }
 }
@@ -88,11 +85,9 @@ void AnswerExtentsOfDrive(CmpiResult& rslt, const CmpiObjectPath& source,
     }
     const std::string deviceId = ExtentDeviceId(systemName, id);
     const std::uint32_t healthStatus = orvi.GetDiskHealth(id).healthStatus;
-    const CMPIUint64 blocks = disk.capacity >> 9;  // whole 512-byte blocks
     CmpiInstance extent;
-    MakeStorageExtentInstance(extent, nameSpace.c_str(), systemName.c_str(), deviceId.c_str(),
-                              ExtentStatusOf(disk), blocks, blocks, HealthStateOf(healthStatus),
-                              OperationalStatusOf(healthStatus));
+    MakeDiskExtentInstance(extent, nameSpace.c_str(), systemName.c_str(), deviceId.c_str(), disk,
+                           healthStatus);
     rslt.returnData(extent);
   }
 }
@@ -146,22 +141,13 @@ CmpiStatus ZEDA_MediaPresent::References::operator()(const CmpiContext& ctx, Cmp
                                                      const std::string& resultClass,
                                                      const std::string& role,
                                                      const char** properties) {
-  const std::string sourceClass = cmpi::GetClassName(cop);
-  const std::string nameSpace = NameSpaceOf(cop);
-  CmpiObjectPath drive;
-  CmpiObjectPath extent;
-  if (sourceClass == kExtentClass) {
-    drive = PlaceholderDevicePath(nameSpace, kDriveClass);
-    extent = cop;
-  } else if (sourceClass == kDriveClass) {
-    drive = cop;
-    extent = PlaceholderDevicePath(nameSpace, kExtentClass);
-  } else {
-    throw Exception("Unknown class name: " + sourceClass);
-  }
-  rslt.returnData(AssociationInstance(nameSpace, "ZEDA_MediaPresent", "Antecedent", drive,
-                                      "Dependent", extent));
-  rslt.returnDone();
+  const AssociationEnd drive{"Antecedent", kDriveClass, [](const std::string& nameSpace) {
+                               return PlaceholderDevicePath(nameSpace, kDriveClass);
+                             }};
+  const AssociationEnd extent{"Dependent", kExtentClass, [](const std::string& nameSpace) {
+                                return PlaceholderDevicePath(nameSpace, kExtentClass);
+                              }};
+  ReturnPlaceholderReference(rslt, cop, "ZEDA_MediaPresent", drive, extent);
   return CmpiStatus(CMPI_RC_OK);
 }
 

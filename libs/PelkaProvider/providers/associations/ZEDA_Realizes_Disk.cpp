@@ -2,12 +2,12 @@
 
 #include <memory>
 
-#include <boost/format.hpp>
 
 #include "Exception.h"
 #include "inventory/Keys.h"
 #include "inventory/Library.h"
 #include "providers/common/CimValues.h"
+#include "providers/common/PlaceholderReference.h"
 #include "providers/common/InventoryWalk.h"
 #include "providers/common/TextOps.h"
 #include "providers/elements/DiskDriveBuilder.h"
@@ -96,22 +96,14 @@ CmpiStatus ZEDA_Realizes_Disk::References::operator()(const CmpiContext& ctx, Cm
                                                       const std::string& resultClass,
                                                       const std::string& role,
                                                       const char** properties) {
-  const std::string nameSpace = NameSpaceOf(cop);
-  const std::string sourceClass = cmpi::GetClassName(cop);
-  CmpiObjectPath package;
-  CmpiObjectPath drive;
-  if (sourceClass == kDriveClass) {
-    package = PackagePath(nameSpace, "ZEDA_CreationClassName", "ZEDA_Tag");
-    drive = cop;
-  } else if (sourceClass == kPackageClass) {
-    package = cop;
-    drive = PlaceholderDevicePath(nameSpace, kDriveClass);
-  } else {
-    throw Exception((boost::format("Unknown class name: %1%") % sourceClass).str());
-  }
-  rslt.returnData(
-      AssociationInstance(nameSpace, kAssociationClass, "Antecedent", package, "Dependent", drive));
-  rslt.returnDone();
+  const AssociationEnd package{"Antecedent", kPackageClass, [](const std::string& nameSpace) {
+                                 return PackagePath(nameSpace, "ZEDA_CreationClassName",
+                                                    "ZEDA_Tag");
+                               }};
+  const AssociationEnd drive{"Dependent", kDriveClass, [](const std::string& nameSpace) {
+                               return PlaceholderDevicePath(nameSpace, kDriveClass);
+                             }};
+  ReturnPlaceholderReference(rslt, cop, kAssociationClass, package, drive);
   return CmpiStatus(CMPI_RC_OK);
 }
 

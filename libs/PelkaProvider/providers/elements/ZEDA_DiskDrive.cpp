@@ -6,6 +6,7 @@
 #include "inventory/Keys.h"
 #include "inventory/Library.h"
 #include "providers/common/CimValues.h"
+#include "providers/common/DiskProperties.h"
 #include "providers/common/Health.h"
 #include "providers/common/InventoryWalk.h"
 #include "providers/elements/DiskDriveBuilder.h"
@@ -26,9 +27,6 @@ CMPIUint16 InterconnectTypeOf(const std::string& interfaceType) {
   }
   return 1;
 }
-
-// CIM DiskType: 3 solid state, 2 hard disk.
-CMPIUint16 DiskTypeOf(bool isSsd) { return isSsd ? 3 : 2; }
 
 }  // namespace
 
@@ -68,10 +66,8 @@ CmpiStatus ZEDA_DiskDrive::GetInstance::operator()(const CmpiContext& ctx, CmpiR
   // The requested keys are not read: every request gets the placeholder.
   const std::string nameSpace = NameSpaceOf(cop);
   CmpiInstance inst;
-  MakeDiskDriveInstance(inst, owner()->className().c_str(), nameSpace.c_str(),
-                        "ZEDA_SystemCreationClassName", "ZEDA_SystemName",
-                        "ZEDA_CreationClassName", "ZEDA_DeviceID", "ZEDA_Name", CMPIUint16{0},
-                        CMPIUint16{0}, CMPIUint16{0}, CMPIUint16{0}, CMPIUint32{0});
+  MakePlaceholderDiskDriveInstance(inst, owner()->className().c_str(), nameSpace.c_str(),
+                                   "ZEDA_Name");
   rslt.returnData(inst);
   rslt.returnDone();
   return CmpiStatus(CMPI_RC_OK);

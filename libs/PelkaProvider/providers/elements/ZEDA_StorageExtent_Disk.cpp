@@ -7,7 +7,6 @@
 #include "inventory/Keys.h"
 #include "inventory/Library.h"
 #include "providers/common/CimValues.h"
-#include "providers/common/Health.h"
 #include "providers/common/InventoryWalk.h"
 #include "providers/common/TextOps.h"
 #include "providers/elements/StorageExtentBuilder.h"
@@ -16,20 +15,12 @@ namespace zeda::pelka {
 
 namespace {
 
-// ExtentStatus: 13 "Unused" for a disk in no group, else 2 "None/Not Applicable".
-CMPIUint16 ExtentStatusOf(bool isFree) { return isFree ? 13 : 2; }
-
-// Whole 512-byte blocks of a capacity in bytes; the remainder is dropped.
-CMPIUint64 BlocksOf(std::uint64_t capacityBytes) { return capacityBytes >> 9; }
-
 void ReturnExtent(CmpiResult& rslt, const std::string& nameSpace, const std::string& systemName,
                   const std::string& deviceId, const zeda::orvi::OrviDisk& disk,
                   std::uint32_t healthStatus) {
-  const CMPIUint64 blocks = BlocksOf(disk.capacity);
   CmpiInstance inst;
-  MakeStorageExtentInstance(inst, nameSpace.c_str(), systemName.c_str(), deviceId.c_str(),
-                            ExtentStatusOf(disk.isFree), blocks, blocks,
-                            HealthStateOf(healthStatus), OperationalStatusOf(healthStatus));
+  MakeDiskExtentInstance(inst, nameSpace.c_str(), systemName.c_str(), deviceId.c_str(), disk,
+                         healthStatus);
   rslt.returnData(inst);
 }
 

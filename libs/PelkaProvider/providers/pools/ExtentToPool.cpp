@@ -21,13 +21,13 @@ void AnswerExtentPool(CmpiResult& rslt, const CmpiObjectPath& extentPath,
   const ExtentKeyParts key = ParseExtentKey(systemName, deviceId);
   zeda::orvi::Orvi& orvi = GetOrvi(Nas::Get(key.nasName));
   const zeda::orvi::OrviDiskList diskList = orvi.GetDiskList();
-  const PoolTotals totals = ComputePoolTotals(diskList);
-
   const int number = PoolOfDisk(diskList, key.diskId);
   const PoolKind* pool = number <= rule.highestPool ? FindPool(number) : nullptr;
   if (pool == nullptr) {
     throw Exception("Incorrect association class");
   }
+  // The totals read nothing but the disk list: a refused request skips them.
+  const PoolTotals totals = ComputePoolTotals(diskList);
   const CMPIUint64 total = totals[static_cast<std::size_t>(pool->number - 1)];
   const CmpiInstance instance = MakePoolInstance(
       nameSpace, properties, PoolInstanceId(systemName, *pool), pool->elementName, pool->poolId,

@@ -2,11 +2,8 @@
 
 #include <string>
 
-#include <boost/format.hpp>
-
-#include "Exception.h"
-#include "inventory/Library.h"
 #include "providers/common/CimValues.h"
+#include "providers/common/PlaceholderReference.h"
 #include "providers/pools/PoolTable.h"
 
 namespace zeda::pelka {
@@ -19,21 +16,15 @@ constexpr char kExtentClass[] = "ZEDA_StorageExtent_Disk";
 
 void ReturnPlaceholderReference(CmpiResult& rslt, const CmpiObjectPath& source,
                                 const char* associationClass) {
-  const std::string nameSpace = NameSpaceOf(source);
-  const std::string className = cmpi::GetClassName(source);
-  if (className == kExtentClass) {
-    CmpiObjectPath pool(nameSpace.c_str(), kStoragePoolClass);
-    pool.setKey("InstanceID", CmpiData("InstanceID_SPP"));
-    rslt.returnData(AssociationInstance(nameSpace, associationClass, "GroupComponent", pool,
-                                        "PartComponent", source));
-  } else if (className == kStoragePoolClass) {
-    rslt.returnData(AssociationInstance(nameSpace, associationClass, "GroupComponent", source,
-                                        "PartComponent",
-                                        PlaceholderDevicePath(nameSpace, kExtentClass)));
-  } else {
-    throw Exception((boost::format("Unknown class name: %1%") % className).str());
-  }
-  rslt.returnDone();
+  const AssociationEnd pool{"GroupComponent", kStoragePoolClass, [](const std::string& nameSpace) {
+                              CmpiObjectPath path(nameSpace.c_str(), kStoragePoolClass);
+                              path.setKey("InstanceID", CmpiData("InstanceID_SPP"));
+                              return path;
+                            }};
+  const AssociationEnd extent{"PartComponent", kExtentClass, [](const std::string& nameSpace) {
+                                return PlaceholderDevicePath(nameSpace, kExtentClass);
+                              }};
+  ReturnPlaceholderReference(rslt, source, associationClass, pool, extent);
 }
 
 }  // namespace zeda::pelka

@@ -1,6 +1,7 @@
 #include "providers/pools/PoolTotals.h"
 
 #include <string>
+#include <vector>
 
 #include <boost/algorithm/string/join.hpp>
 
@@ -13,13 +14,26 @@ constexpr std::size_t kData = 1;
 constexpr std::size_t kSpare = 2;
 constexpr std::size_t kCache = 3;
 
-bool JoinedListHolds(const std::vector<std::string>& entries, const std::string& id) {
-  return boost::algorithm::join(entries, ",").find(id) != std::string::npos;
+// A group's two lists, each joined with "," between entries. The texts are
+// the same for every disk, so they are joined once per call.
+struct JoinedGroup {
+  std::string spareDisks;
+  std::string dataDisks;
+};
+
+bool Holds(const std::string& joined, const std::string& id) {
+  return joined.find(id) != std::string::npos;
 }
 
 }  // namespace
 
 PoolTotals ComputePoolTotals(const zeda::orvi::OrviDiskList& diskList) {
+  std::vector<JoinedGroup> groups;
+  groups.reserve(diskList.groups.size());
+  for (const zeda::orvi::OrviDiskGroup& group : diskList.groups) {
+    groups.push_back({boost::algorithm::join(group.spareDisks, ","),
+                      boost::algorithm::join(group.dataDisks, ",")});
+  }
   PoolTotals totals{};
   for (const zeda::orvi::OrviDisk& disk : diskList.disks) {
     if (disk.isFree) {
@@ -29,11 +43,11 @@ PoolTotals ComputePoolTotals(const zeda::orvi::OrviDiskList& diskList) {
     } else if (disk.isSpare) {
       totals[kSpare] += disk.capacity;
     } else {
-      for (const zeda::orvi::OrviDiskGroup& group : diskList.groups) {
-        if (JoinedListHolds(group.spareDisks, disk.id)) {
+      for (const JoinedGroup& group : groups) {
+        if (Holds(group.spareDisks, disk.id)) {
           totals[kSpare] += disk.capacity;
         }
-        if (JoinedListHolds(group.dataDisks, disk.id)) {
+        if (Holds(group.dataDisks, disk.id)) {
           totals[kData] += disk.capacity;
         }
       }
