@@ -17,19 +17,8 @@ std::string valueMof(const Value& v, const std::string& indent) {
     for (std::size_t n = 0; n < e.size(); ++n) out += (n ? ", " : "") + valueMof(e[n], indent);
     return out + "}";
   }
+  if (auto bare = detail::bareScalarText(v)) return *bare;
   switch (v.type()) {
-    case type::boolean: return v.b() ? "TRUE" : "FALSE";
-    case type::char16:
-    case type::uint8:
-    case type::uint16:
-    case type::uint32:
-    case type::uint64: return std::to_string(v.u());
-    case type::sint8:
-    case type::sint16:
-    case type::sint32:
-    case type::sint64: return std::to_string(v.s());
-    case type::real32:
-    case type::real64: return detail::realText(v);
     case type::string:
     case type::chars: return detail::mofQuote(v.str());
     case type::dateTime: return detail::mofQuote(v.dateTimeText());

@@ -39,19 +39,8 @@ std::string instancePathXml(const ObjectPath& p);
 std::string instanceXml(const Instance& i);
 
 std::string scalarText(const Value& v) {
+  if (auto bare = detail::bareScalarText(v)) return *bare;
   switch (v.type()) {
-    case type::boolean: return v.b() ? "TRUE" : "FALSE";
-    case type::char16:
-    case type::uint8:
-    case type::uint16:
-    case type::uint32:
-    case type::uint64: return std::to_string(v.u());
-    case type::sint8:
-    case type::sint16:
-    case type::sint32:
-    case type::sint64: return std::to_string(v.s());
-    case type::real32:
-    case type::real64: return detail::realText(v);
     case type::string:
     case type::chars: return v.str();
     case type::dateTime: return v.dateTimeText();

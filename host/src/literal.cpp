@@ -16,6 +16,24 @@ std::string realText(const Value& v) {
   return std::string(buf, res.ptr);
 }
 
+std::optional<std::string> bareScalarText(const Value& v) {
+  switch (v.type()) {
+    case type::boolean: return v.b() ? "TRUE" : "FALSE";
+    case type::char16:
+    case type::uint8:
+    case type::uint16:
+    case type::uint32:
+    case type::uint64: return std::to_string(v.u());
+    case type::sint8:
+    case type::sint16:
+    case type::sint32:
+    case type::sint64: return std::to_string(v.s());
+    case type::real32:
+    case type::real64: return realText(v);
+    default: return std::nullopt;
+  }
+}
+
 std::string mofQuote(const std::string& s) {
   std::string out = "\"";
   for (const char c : s) {

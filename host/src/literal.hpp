@@ -1,6 +1,7 @@
 // Text forms of scalar values shared by the output formats.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "zeda/host/value.hpp"
@@ -9,6 +10,9 @@ namespace zeda::host::detail {
 
 // Shortest text that reads back to the same real32 / real64.
 std::string realText(const Value& v);
+// The unquoted text every format writes for a boolean (TRUE / FALSE), an
+// integer or a real; nullopt for any other type (strings, references, ...).
+std::optional<std::string> bareScalarText(const Value& v);
 // "abc" with " \ and control characters escaped the MOF way.
 std::string mofQuote(const std::string& s);
 // & < > " ' as XML entities, tab, line feed and carriage return as

@@ -13,12 +13,12 @@
 
 #include <cctype>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <optional>
 #include <utility>
 
+#include "literal.hpp"
 #include "zeda/host/instance.hpp"
 
 namespace zeda::host {
@@ -160,23 +160,8 @@ std::string keyValueText(const Value& v) {
     for (std::size_t i = 0; i < e.size(); ++i) out += (i ? "," : "") + keyValueText(e[i]);
     return out + "}";
   }
+  if (auto bare = detail::bareScalarText(v)) return *bare;
   switch (v.type()) {
-    case type::boolean: return v.b() ? "TRUE" : "FALSE";
-    case type::uint8:
-    case type::uint16:
-    case type::uint32:
-    case type::uint64:
-    case type::char16: return std::to_string(v.u());
-    case type::sint8:
-    case type::sint16:
-    case type::sint32:
-    case type::sint64: return std::to_string(v.s());
-    case type::real32:
-    case type::real64: {
-      char buf[64];
-      std::snprintf(buf, sizeof buf, "%.17g", v.r());
-      return buf;
-    }
     case type::string:
     case type::chars: return quote(v.str());
     case type::dateTime: return quote(v.dateTimeText());
