@@ -9,6 +9,13 @@ ZEDA_PACKAGES=(g++ cmake make pkg-config binutils
   libgoogle-glog-dev libboost-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev)
 
+# Every build states every option it relies on: CMake keeps cached values, so
+# a build directory configured by one script must not change what another
+# script builds in it (scripts/run then scripts/test share build/).
+ZEDA_RUN_OPTIONS=(-DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=OFF -DZEDA_BUILD_BENCH=OFF)
+ZEDA_PLAIN_TEST_OPTIONS=(-DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=ON -DZEDA_BUILD_BENCH=ON)
+ZEDA_SANITIZER_TEST_OPTIONS=(-DZEDA_SANITIZE=ON -DZEDA_BUILD_TESTS=ON -DZEDA_BUILD_BENCH=OFF)
+
 zeda_die() { echo "error: $*" >&2; exit 1; }
 
 # Installs whatever of ZEDA_PACKAGES is missing (nothing when all are there).
@@ -29,6 +36,12 @@ zeda_install_missing() {
   DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq "${missing[@]}" >/dev/null
 }
 
+# zeda_configure <build dir> <build type> [cmake args...]
+zeda_configure() {
+  local dir="$1" type="$2"; shift 2
+  cmake -S "$ZEDA_ROOT" -B "$dir" -DCMAKE_BUILD_TYPE="$type" "$@" >/dev/null
+}
+
 # zeda_build <build dir> <build type> [extra cmake args...] -- [targets...]
 zeda_build() {
   local dir="$1" type="$2"; shift 2
@@ -36,10 +49,17 @@ zeda_build() {
   while [ $# -gt 0 ] && [ "$1" != "--" ]; do cmake_args+=("$1"); shift; done
   [ "${1:-}" = "--" ] && shift
   targets=("$@")
-  cmake -S "$ZEDA_ROOT" -B "$dir" -DCMAKE_BUILD_TYPE="$type" "${cmake_args[@]}" >/dev/null
+  zeda_configure "$dir" "$type" "${cmake_args[@]}"
   if [ ${#targets[@]} -gt 0 ]; then
     cmake --build "$dir" -j "$ZEDA_JOBS" --target "${targets[@]}"
   else
     cmake --build "$dir" -j "$ZEDA_JOBS"
   fi
+}
+
+# zeda_ctest <build dir> [extra ctest args...]: runs the suite of a build;
+# a build that holds no test is an error, not an empty success.
+zeda_ctest() {
+  local dir="$1"; shift
+  (cd "$dir" && ctest --output-on-failure --no-tests=error -j "$ZEDA_JOBS" "$@")
 }
