@@ -3,7 +3,7 @@
 #include <stdexcept>
 
 #include "CallTrace.h"
-#include "inventory/Keys.h"
+#include "HealthKey.h"
 
 namespace zeda::pelka::platform {
 
@@ -27,7 +27,7 @@ NasOrvi::NasOrvi(const NasRecord& nas) : nas_(nas) {
   // the answer of a scan that stops at the first disk matching either form.
   for (std::size_t i = 0; i < nas_.disks.size(); ++i) {
     const std::string& id = nas_.disks[i].disk.id;
-    healthIndex_.emplace(AsciiFolded(StripFirstColon(id)), i);
+    healthIndex_.emplace(AsciiFolded(HealthKeyOf(id)), i);
     healthIndex_.emplace(AsciiFolded(id), i);
     identityIndex_.emplace(AsciiFolded(id), i);
   }

@@ -1,4 +1,4 @@
-// One provider base per provider class. It keeps the class's one provider
+// One provider base per served class. It keeps the class's one provider
 // object, shared by the class's instance and association factories, and
 // counts the MI records handed out for it. Built when the module is loaded,
 // destroyed when it is unloaded.
@@ -7,19 +7,13 @@
 
 #include <cmpi/CmpiProviderBase.h>
 
+#include "module/ServedClasses.h"
+
 namespace zeda::pelka::providerBase {
 
-extern CmpiProviderBase ZEDA_DiskDrive;
-extern CmpiProviderBase ZEDA_StorageExtent_Disk;
-extern CmpiProviderBase ZEDA_PhysicalPackage_Disk;
-extern CmpiProviderBase ZEDA_SoftwareIdentity_Disk;
-extern CmpiProviderBase ZEDA_SystemDevice_DiskDrive;
-extern CmpiProviderBase ZEDA_SystemDevice_StorageExtent_Disk;
-extern CmpiProviderBase ZEDA_MediaPresent;
-extern CmpiProviderBase ZEDA_Realizes_Disk;
-extern CmpiProviderBase ZEDA_ElementSoftwareIdentity_Disk;
-extern CmpiProviderBase ZEDA_ConcreteComponent_Primordial;
-extern CmpiProviderBase ZEDA_AssociatedComponentExtent_Primordial;
+#define PELKA_DECLARE_PROVIDER_BASE(Class, Interfaces) extern CmpiProviderBase Class;
+PELKA_SERVED_CLASSES(PELKA_DECLARE_PROVIDER_BASE)
+#undef PELKA_DECLARE_PROVIDER_BASE
 
 }  // namespace zeda::pelka::providerBase
 
