@@ -5,7 +5,7 @@ ZEDA_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)"
 ZEDA_JOBS="${ZEDA_JOBS:-$(nproc)}"
 
 # Debian 12 packages the build and the tests need.
-ZEDA_PACKAGES=(g++ cmake make pkg-config binutils
+ZEDA_PACKAGES=(g++ clang libclang-rt-14-dev cmake make pkg-config binutils
   libgoogle-glog-dev libboost-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev)
 
@@ -15,6 +15,7 @@ ZEDA_PACKAGES=(g++ cmake make pkg-config binutils
 ZEDA_RUN_OPTIONS=(-DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=OFF -DZEDA_BUILD_BENCH=OFF)
 ZEDA_PLAIN_TEST_OPTIONS=(-DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=ON -DZEDA_BUILD_BENCH=ON)
 ZEDA_SANITIZER_TEST_OPTIONS=(-DZEDA_SANITIZE=ON -DZEDA_BUILD_TESTS=ON -DZEDA_BUILD_BENCH=OFF)
+ZEDA_FUZZ_OPTIONS=(-DZEDA_FUZZ=ON -DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=OFF -DZEDA_BUILD_BENCH=OFF)
 
 zeda_die() { echo "error: $*" >&2; exit 1; }
 
