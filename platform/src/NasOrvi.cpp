@@ -3,7 +3,6 @@
 #include <stdexcept>
 
 #include "CallTrace.h"
-#include "inventory/Keys.h"
 
 namespace zeda::pelka::platform {
 
@@ -14,6 +13,15 @@ char AsciiLower(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 
 std::string AsciiFolded(std::string text) {
   for (char& c : text) c = AsciiLower(c);
   return text;
+}
+
+// The key under which the NAS API answers the health of disk `id`: the text
+// before the first ":" followed by the text after it ("0:3" gives "03"). An
+// identifier without ":" gives itself twice ("7" gives "77"): the substr
+// calls below make exactly that of npos, and callers query with that key.
+std::string HealthKey(const std::string& id) {
+  const auto colon = id.find(':');
+  return id.substr(0, colon) + id.substr(colon + 1);
 }
 
 [[noreturn]] void DiskNotFound(const std::string& key) {
@@ -27,7 +35,7 @@ NasOrvi::NasOrvi(const NasRecord& nas) : nas_(nas) {
   // the answer of a scan that stops at the first disk matching either form.
   for (std::size_t i = 0; i < nas_.disks.size(); ++i) {
     const std::string& id = nas_.disks[i].disk.id;
-    healthIndex_.emplace(AsciiFolded(StripFirstColon(id)), i);
+    healthIndex_.emplace(AsciiFolded(HealthKey(id)), i);
     healthIndex_.emplace(AsciiFolded(id), i);
     identityIndex_.emplace(AsciiFolded(id), i);
   }
