@@ -92,7 +92,9 @@ void InventoryStore::RefreshFromFile() {
       if (current_ == nullptr || current_->Records() != inventory) {
         Install(std::move(inventory));
       }
-    } catch (const std::runtime_error& error) {
+    } catch (const std::exception& error) {
+      // ParseInventory words every refusal as one message; any other
+      // exception is still a refused file, never a failed request.
       fileError_ = error.what();
     }
   }
