@@ -33,6 +33,8 @@ std::string HealthKey(const std::string& id) {
 NasOrvi::NasOrvi(const NasRecord& nas) : nas_(nas) {
   // Inserting in list order with emplace keeps the first disk for every key:
   // the answer of a scan that stops at the first disk matching either form.
+  healthIndex_.reserve(2 * nas_.disks.size());
+  identityIndex_.reserve(nas_.disks.size());
   for (std::size_t i = 0; i < nas_.disks.size(); ++i) {
     const std::string& id = nas_.disks[i].disk.id;
     healthIndex_.emplace(AsciiFolded(HealthKey(id)), i);
