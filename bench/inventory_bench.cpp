@@ -1,9 +1,12 @@
 // Cost of the live inventory check: GetNasList on an unchanged 1000-disk
-// inventory file (stat only) against a forced re-parse of the same file.
+// inventory file (stat only) against a forced re-parse of the same file; and
+// the load of a 100,000-disk inventory (parse and check; file to snapshot in
+// service), reported per disk.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -28,14 +31,14 @@ std::string DiskJson(int nas, int disk) {
          std::to_string(nas * 1000 + disk) + R"("}})";
 }
 
-// Four NAS devices of 250 disks each, one RAID group per NAS.
-std::string ThousandDiskInventory() {
+// `nasCount` NAS devices of `disksPerNas` disks each, one RAID group per NAS.
+std::string InventoryText(int nasCount, int disksPerNas) {
   std::string text = R"({"nas": [)";
-  for (int nas = 0; nas < 4; ++nas) {
+  for (int nas = 0; nas < nasCount; ++nas) {
     if (nas != 0) text += ",";
     text += R"({"name": "nas)" + std::to_string(nas) + R"(", "disks": [)";
     std::string group;
-    for (int disk = 0; disk < 250; ++disk) {
+    for (int disk = 0; disk < disksPerNas; ++disk) {
       if (disk != 0) {
         text += ",";
         group += ",";
@@ -48,15 +51,24 @@ std::string ThousandDiskInventory() {
   return text + "]}";
 }
 
+std::string ThousandDiskInventory() { return InventoryText(4, 250); }
+
+// 100,000 disks: one NAS, as the largest inventories are laid out.
+constexpr int kLargeDisks = 100000;
+const std::string& LargeInventoryText() {
+  static const std::string text = InventoryText(1, kLargeDisks);
+  return text;
+}
+
 // Points the library at a scratch 1000-disk file for one benchmark and puts
 // the previous setting back afterwards.
 class ScratchInventory {
  public:
-  ScratchInventory() {
+  explicit ScratchInventory(const std::string& text = ThousandDiskInventory()) {
     std::string pattern = (std::filesystem::temp_directory_path() / "pelka-bench-XXXXXX").string();
     if (::mkdtemp(pattern.data()) != nullptr) directory_ = pattern;
     const std::string path = (directory_ / "inventory.json").string();
-    std::ofstream(path, std::ios::binary) << ThousandDiskInventory();
+    std::ofstream(path, std::ios::binary) << text;
     if (const char* old = std::getenv("PELKA_INVENTORY")) previous_ = old;
     ::setenv("PELKA_INVENTORY", path.c_str(), 1);
     platform::UseFileInventory();
@@ -121,5 +133,29 @@ void BM_InventoryReparseToUnchangedRatio(benchmark::State& state) {
   state.counters["ratio"] = nanoseconds(reparse) / std::max(1.0, nanoseconds(unchanged));
 }
 BENCHMARK(BM_InventoryReparseToUnchangedRatio);
+
+// Parse and check of 100,000 disks from text already in memory.
+void BM_InventoryParse100k(benchmark::State& state) {
+  const std::string& text = LargeInventoryText();
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(platform::ParseInventory(text, "inventory.json"));
+  }
+  state.SetItemsProcessed(state.iterations() * kLargeDisks);
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+}
+BENCHMARK(BM_InventoryParse100k)->Unit(benchmark::kMillisecond);
+
+// The whole reload of a changed 100,000-disk file: read, parse, check,
+// compare with the inventory in service and build the snapshot. A fixed,
+// small number of rounds: every round leaves a superseded snapshot behind.
+void BM_InventoryReload100k(benchmark::State& state) {
+  const ScratchInventory inventory(LargeInventoryText());
+  for (auto _ : state) {
+    platform::UseFileInventory();  // forgets file state and snapshot: every load installs one
+    benchmark::DoNotOptimize(&GetNasList());
+  }
+  state.SetItemsProcessed(state.iterations() * kLargeDisks);
+}
+BENCHMARK(BM_InventoryReload100k)->Unit(benchmark::kMillisecond)->Iterations(5);
 
 }  // namespace

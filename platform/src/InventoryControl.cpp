@@ -14,4 +14,6 @@ std::uint64_t InventoryParseCount() { return InventoryStore::Instance().ParseCou
 
 void ForgetInventoryFileState() { InventoryStore::Instance().ForgetFileState(); }
 
+std::size_t SnapshotsInMemory() { return InventoryStore::Instance().SnapshotCount(); }
+
 }  // namespace zeda::pelka::platform

@@ -4,7 +4,14 @@
 
 #include <glog/logging.h>
 
+#include "SnapshotGrace.h"
+
 namespace zeda::pelka::platform {
+
+// Every public member takes the mutex and, first, declares the list of
+// expired snapshots that TakeExpired fills: declared before the lock, it is
+// destroyed after the lock is released, so freeing a large snapshot never
+// holds up other look-ups.
 
 InventoryStore& InventoryStore::Instance() {
   static InventoryStore store;
@@ -12,12 +19,16 @@ InventoryStore& InventoryStore::Instance() {
 }
 
 const Snapshot& InventoryStore::Current() {
+  Expired expired;
   const std::lock_guard<std::mutex> lock(mutex_);
+  expired = TakeExpired();
   return CurrentLocked();
 }
 
 const Nas& InventoryStore::Find(const std::string& name) {
+  Expired expired;
   const std::lock_guard<std::mutex> lock(mutex_);
+  expired = TakeExpired();
   const Nas* nas = CurrentLocked().Find(name);
   if (nas == nullptr) {
     throw std::runtime_error("NAS not found: " + name);
@@ -26,7 +37,9 @@ const Nas& InventoryStore::Find(const std::string& name) {
 }
 
 zeda::orvi::Orvi& InventoryStore::OrviOf(const Nas& nas) {
+  Expired expired;
   const std::lock_guard<std::mutex> lock(mutex_);
+  expired = TakeExpired();
   const auto it = orviByNas_.find(&nas);
   if (it != orviByNas_.end()) {
     return *it->second;
@@ -40,16 +53,19 @@ zeda::orvi::Orvi& InventoryStore::OrviOf(const Nas& nas) {
 }
 
 void InventoryStore::UseInMemory(Inventory inventory) {
+  Expired expired;
   const std::lock_guard<std::mutex> lock(mutex_);
+  expired = TakeExpired();
   inMemory_ = true;
-  current_ = nullptr;
   Install(std::move(inventory));
 }
 
 void InventoryStore::UseFile() {
+  Expired expired;
   const std::lock_guard<std::mutex> lock(mutex_);
+  expired = TakeExpired();
   inMemory_ = false;
-  current_ = nullptr;
+  Retire();
   fileStamp_.reset();
   fileError_.clear();
 }
@@ -64,11 +80,18 @@ void InventoryStore::ForgetFileState() {
   fileStamp_.reset();
 }
 
+std::size_t InventoryStore::SnapshotCount() {
+  Expired expired;
+  const std::lock_guard<std::mutex> lock(mutex_);
+  expired = TakeExpired();
+  return retired_.size() + (current_ ? 1 : 0);
+}
+
 const Snapshot& InventoryStore::CurrentLocked() {
   if (!inMemory_) {
     RefreshFromFile();
   }
-  if (current_ == nullptr) {
+  if (!current_) {
     // Only reachable in file mode: the file has never been read successfully.
     throw std::runtime_error(fileError_);
   }
@@ -89,26 +112,67 @@ void InventoryStore::RefreshFromFile() {
     ++parseCount_;
     try {
       Inventory inventory = ParseInventory(read.text, path);
-      if (current_ == nullptr || current_->Records() != inventory) {
+      if (!current_ || current_->Records() != inventory) {
         Install(std::move(inventory));
       }
-    } catch (const std::runtime_error& error) {
+    } catch (const std::exception& error) {
+      // ParseInventory words every refusal as one message; any other
+      // exception is still a refused file, never a failed request.
       fileError_ = error.what();
     }
   }
-  if (!fileError_.empty() && current_ != nullptr) {
+  if (!fileError_.empty() && current_) {
     LOG(ERROR) << fileError_ << " (the inventory read before stays in service)";
   }
 }
 
 void InventoryStore::Install(Inventory inventory) {
-  snapshots_.reserve(snapshots_.size() + 1);  // nothing below throws after the map is filled
   auto snapshot = std::make_unique<const Snapshot>(std::move(inventory));
-  for (const auto& [nas, orvi] : snapshot->Orvis()) {
-    orviByNas_.emplace(nas, orvi.get());
+  AddOrvis(*snapshot);
+  try {
+    Retire();
+  } catch (...) {
+    RemoveOrvis(*snapshot);
+    throw;
   }
-  current_ = snapshot.get();
-  snapshots_.push_back(std::move(snapshot));
+  current_ = std::move(snapshot);
+}
+
+void InventoryStore::Retire() {
+  if (!current_) return;
+  // The slot first: if it cannot be had, nothing has changed.
+  const auto slot = retired_.emplace(Clock::now() + SnapshotGracePeriod(), nullptr);
+  slot->second = std::move(current_);
+}
+
+void InventoryStore::AddOrvis(const Snapshot& snapshot) {
+  try {
+    for (const auto& [nas, orvi] : snapshot.Orvis()) {
+      orviByNas_.emplace(nas, orvi.get());
+    }
+  } catch (...) {
+    RemoveOrvis(snapshot);
+    throw;
+  }
+}
+
+void InventoryStore::RemoveOrvis(const Snapshot& snapshot) {
+  for (const auto& [nas, orvi] : snapshot.Orvis()) {
+    orviByNas_.erase(nas);
+  }
+}
+
+InventoryStore::Expired InventoryStore::TakeExpired() {
+  Expired expired;
+  if (retired_.empty()) return expired;
+  const Clock::time_point now = Clock::now();
+  while (!retired_.empty() && retired_.begin()->first <= now) {
+    std::unique_ptr<const Snapshot> snapshot = std::move(retired_.begin()->second);
+    retired_.erase(retired_.begin());
+    RemoveOrvis(*snapshot);
+    expired.push_back(std::move(snapshot));
+  }
+  return expired;
 }
 
 }  // namespace zeda::pelka::platform

@@ -3,7 +3,6 @@
 #include <stdexcept>
 
 #include "CallTrace.h"
-#include "HealthKey.h"
 
 namespace zeda::pelka::platform {
 
@@ -16,6 +15,15 @@ std::string AsciiFolded(std::string text) {
   return text;
 }
 
+// The key under which the NAS API answers the health of disk `id`: the text
+// before the first ":" followed by the text after it ("0:3" gives "03"). An
+// identifier without ":" gives itself twice ("7" gives "77"): the substr
+// calls below make exactly that of npos, and callers query with that key.
+std::string HealthKey(const std::string& id) {
+  const auto colon = id.find(':');
+  return id.substr(0, colon) + id.substr(colon + 1);
+}
+
 [[noreturn]] void DiskNotFound(const std::string& key) {
   throw std::runtime_error("Disk not found: " + key);
 }
@@ -25,9 +33,11 @@ std::string AsciiFolded(std::string text) {
 NasOrvi::NasOrvi(const NasRecord& nas) : nas_(nas) {
   // Inserting in list order with emplace keeps the first disk for every key:
   // the answer of a scan that stops at the first disk matching either form.
+  healthIndex_.reserve(2 * nas_.disks.size());
+  identityIndex_.reserve(nas_.disks.size());
   for (std::size_t i = 0; i < nas_.disks.size(); ++i) {
     const std::string& id = nas_.disks[i].disk.id;
-    healthIndex_.emplace(AsciiFolded(HealthKeyOf(id)), i);
+    healthIndex_.emplace(AsciiFolded(HealthKey(id)), i);
     healthIndex_.emplace(AsciiFolded(id), i);
     identityIndex_.emplace(AsciiFolded(id), i);
   }

@@ -1,6 +1,7 @@
 // One inventory as the library serves it: the NAS list handed to callers and
 // one NAS API object per NAS. Immutable once built; callers keep references
-// into it, so a snapshot is never moved, copied or (once served) freed.
+// into it, so a snapshot is never moved or copied, and freed only a grace
+// period after it left service (InventoryStore.h).
 #pragma once
 
 #include <list>

@@ -1,0 +1,305 @@
+// Checking and reading of a parsed inventory document, whatever JSON library
+// parsed it. The format:
+//
+// {"nas": [{"name": "nas1",
+//           "disks": [{"id": "0:1", "status": "ok", "isFree": false,
+//                      "isSpare": false, "isSsd": false,
+//                      "interfaceType": "SATA", "firmwareVersion": "82.00A82",
+//                      "capacity": 4000787030016, "rpm": 5400,
+//                      "health": {"status": 0, "message": "Good"},
+//                      "identity": {"product": "...", "model": "...",
+//                                   "serial": "..."}}],
+//           "groups": [{"dataDisks": ["0:1"], "spareDisks": []}]}]}
+//
+// "name" and "id" are required, every other member is optional (false, "",
+// 0, status "ok"). Anything else is refused: the first problem found is
+// reported with its place in the document, e.g. nas[0].disks[2].capacity.
+// Within one object, an unknown member is reported before anything else (the
+// first unknown name in byte order), then the members in the order read
+// below; of a member named twice, the last value counts.
+//
+// `Json` adapts one library's document (see InventoryJson.cpp); it provides
+//   Value                        a cheap handle of one value
+//   Kind KindOf(Value)
+//   ForEachMember(Value, f)      f(std::string_view name, Value), document order
+//   ForEachElement(Value, f)     f(Value), document order
+//   std::size_t Size(Value)      elements of an array
+//   std::string_view Text(Value), bool Boolean(Value),
+//   std::uint64_t Unsigned(Value), double Real(Value)
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "platform/Inventory.h"
+
+namespace zeda::pelka::platform {
+
+// What a JSON value is, as the messages name it. Integers are told apart by
+// sign: a non-negative integer is Unsigned, a negative one Negative.
+enum class Kind { Object, Array, String, Boolean, Unsigned, Negative, Real, Null };
+
+const char* KindText(Kind kind);
+
+// Where a value stands in the document, as a chain of frames on the stack of
+// the walk; the text ("nas[0].disks[2].capacity") is built only for a message.
+class Place {
+ public:
+  static Place Root() { return Place(nullptr, {}, 0, false); }
+  Place Member(std::string_view name) const { return Place(this, name, 0, false); }
+  Place Element(std::size_t index) const { return Place(this, {}, index, true); }
+  std::string Text() const;
+
+ private:
+  Place(const Place* parent, std::string_view name, std::size_t index, bool isElement)
+      : parent_(parent), name_(name), index_(index), isElement_(isElement) {}
+
+  const Place* parent_;
+  std::string_view name_;
+  std::size_t index_;
+  bool isElement_;
+};
+
+// The first problem of a document; ParseInventory turns it into the one
+// message naming the file.
+struct Problem {
+  std::string place;
+  std::string text;
+};
+
+[[noreturn]] void Refuse(const Place& place, std::string text);
+[[noreturn]] void WrongType(Kind found, const Place& place, const char* expected);
+// "duplicate NAS name ..." of the NAS at `place`, first seen at nas[firstIndex].
+[[noreturn]] void DuplicateNas(const Place& place, const std::string& name, std::size_t firstIndex);
+// A status word outside the known ones.
+[[noreturn]] void UnknownStatus(const Place& place, std::string_view word);
+// The disk state of a status word, or nothing for an unknown word.
+std::optional<zeda::orvi::DiskStatus> StatusOfWord(std::string_view word);
+
+template <typename Json>
+class InventoryWalker {
+ public:
+  using Value = typename Json::Value;
+
+  static Inventory Document(const Value& document) {
+    const Place top = Place::Root();
+    if (Json::KindOf(document) != Kind::Object) {
+      WrongType(Json::KindOf(document), top.Member("top level"), "an object");
+    }
+    const auto members = MembersOf(document, top, kDocumentMembers);
+    Inventory inventory;
+    if (!members[0]) return inventory;
+    const Place list = top.Member("nas");
+    ExpectArray(*members[0], list);
+    inventory.nas.reserve(Json::Size(*members[0]));
+    std::unordered_map<std::string, std::size_t> firstIndex;
+    std::size_t index = 0;
+    Json::ForEachElement(*members[0], [&](const Value& value) {
+      const Place place = list.Element(index);
+      NasRecord nas = Nas(value, place);
+      const auto [it, inserted] = firstIndex.emplace(nas.name, index);
+      if (!inserted) DuplicateNas(place.Member("name"), nas.name, it->second);
+      inventory.nas.push_back(std::move(nas));
+      ++index;
+    });
+    return inventory;
+  }
+
+ private:
+  template <std::size_t N>
+  using Names = std::array<std::string_view, N>;
+  template <std::size_t N>
+  using Members = std::array<std::optional<Value>, N>;
+
+  static constexpr Names<1> kDocumentMembers = {"nas"};
+  static constexpr Names<3> kNasMembers = {"name", "disks", "groups"};
+  static constexpr Names<11> kDiskMembers = {"id",       "status", "isFree", "isSpare",
+                                             "isSsd",    "interfaceType",
+                                             "firmwareVersion", "capacity", "rpm",
+                                             "health",   "identity"};
+  static constexpr Names<2> kHealthMembers = {"status", "message"};
+  static constexpr Names<3> kIdentityMembers = {"product", "model", "serial"};
+  static constexpr Names<2> kGroupMembers = {"dataDisks", "spareDisks"};
+
+  static constexpr std::uint64_t kMax32 = std::numeric_limits<std::uint32_t>::max();
+  static constexpr std::uint64_t kMax64 = std::numeric_limits<std::uint64_t>::max();
+
+  // The members of `object` named in `names`, by position in `names`; refuses
+  // the first unknown member in byte order of the names.
+  template <std::size_t N>
+  static Members<N> MembersOf(const Value& object, const Place& place, const Names<N>& names) {
+    Members<N> members;
+    std::optional<std::string_view> unknown;
+    Json::ForEachMember(object, [&](std::string_view name, const Value& value) {
+      for (std::size_t i = 0; i < N; ++i) {
+        if (name == names[i]) {
+          members[i] = value;
+          return;
+        }
+      }
+      if (!unknown || name < *unknown) unknown = name;
+    });
+    if (unknown) Refuse(place.Member(*unknown), "unknown member");
+    return members;
+  }
+
+  static void ExpectObject(const Value& value, const Place& place) {
+    if (Json::KindOf(value) != Kind::Object) WrongType(Json::KindOf(value), place, "an object");
+  }
+
+  static void ExpectArray(const Value& value, const Place& place) {
+    if (Json::KindOf(value) != Kind::Array) WrongType(Json::KindOf(value), place, "an array");
+  }
+
+  // A string value. NUL cannot travel through the C strings of the CMPI
+  // standard: a name cut short there would give two disks the same keys.
+  static std::string_view TextAt(const Value& value, const Place& place) {
+    if (Json::KindOf(value) != Kind::String) WrongType(Json::KindOf(value), place, "a string");
+    const std::string_view text = Json::Text(value);
+    if (std::memchr(text.data(), '\0', text.size()) != nullptr) {
+      Refuse(place, "string holds a NUL character (\\u0000)");
+    }
+    return text;
+  }
+
+  static std::string StringAt(const Value& value, const Place& place) {
+    return std::string(TextAt(value, place));
+  }
+
+  static std::string OptionalString(const std::optional<Value>& value, const Place& place) {
+    return value ? StringAt(*value, place) : std::string();
+  }
+
+  static bool OptionalBool(const std::optional<Value>& value, const Place& place) {
+    if (!value) return false;
+    if (Json::KindOf(*value) != Kind::Boolean) WrongType(Json::KindOf(*value), place, "a boolean");
+    return Json::Boolean(*value);
+  }
+
+  // An unsigned integer no larger than `max`. Integers beyond the 64-bit range
+  // and numbers written with a fraction or exponent are reals: a negative or
+  // too large one is reported as such rather than as a wrong type.
+  static std::uint64_t OptionalUnsigned(const std::optional<Value>& value, const Place& place,
+                                        std::uint64_t max, const char* range) {
+    if (!value) return 0;
+    const Kind kind = Json::KindOf(*value);
+    if (kind == Kind::Negative) Refuse(place, "number is negative");
+    if (kind == Kind::Real) {
+      const double number = Json::Real(*value);
+      if (number < 0) Refuse(place, "number is negative");
+      if (number >= 18446744073709551616.0) TooLarge(place, range);
+      WrongType(kind, place, "an unsigned integer");
+    }
+    if (kind != Kind::Unsigned) WrongType(kind, place, "an unsigned integer");
+    const std::uint64_t number = Json::Unsigned(*value);
+    if (number > max) TooLarge(place, range);
+    return number;
+  }
+
+  [[noreturn]] static void TooLarge(const Place& place, const char* range) {
+    Refuse(place, std::string("number too large for ") + range);
+  }
+
+  static zeda::orvi::DiskStatus Status(const std::optional<Value>& value, const Place& place) {
+    if (!value) return zeda::orvi::Ok;
+    const std::string_view word = TextAt(*value, place);
+    const auto status = StatusOfWord(word);
+    if (!status) UnknownStatus(place, word);
+    return *status;
+  }
+
+  static zeda::orvi::OrviDiskHealth Health(const Value& value, const Place& place) {
+    ExpectObject(value, place);
+    const auto members = MembersOf(value, place, kHealthMembers);
+    zeda::orvi::OrviDiskHealth health;
+    health.healthStatus = static_cast<std::uint32_t>(
+        OptionalUnsigned(members[0], place.Member("status"), kMax32, "unsigned 32-bit"));
+    health.message = OptionalString(members[1], place.Member("message"));
+    return health;
+  }
+
+  static zeda::orvi::OrviDiskIdentity Identity(const Value& value, const Place& place) {
+    ExpectObject(value, place);
+    const auto members = MembersOf(value, place, kIdentityMembers);
+    zeda::orvi::OrviDiskIdentity identity;
+    identity.product = OptionalString(members[0], place.Member("product"));
+    identity.model = OptionalString(members[1], place.Member("model"));
+    identity.serial = OptionalString(members[2], place.Member("serial"));
+    return identity;
+  }
+
+  static DiskRecord Disk(const Value& value, const Place& place) {
+    ExpectObject(value, place);
+    const auto m = MembersOf(value, place, kDiskMembers);
+    DiskRecord record;
+    zeda::orvi::OrviDisk& disk = record.disk;
+    if (!m[0]) Refuse(place.Member("id"), "missing required member");
+    disk.id = StringAt(*m[0], place.Member("id"));
+    disk.status = Status(m[1], place.Member("status"));
+    disk.isFree = OptionalBool(m[2], place.Member("isFree"));
+    disk.isSpare = OptionalBool(m[3], place.Member("isSpare"));
+    disk.isSsd = OptionalBool(m[4], place.Member("isSsd"));
+    disk.interfaceType = OptionalString(m[5], place.Member("interfaceType"));
+    disk.firmwareVersion = OptionalString(m[6], place.Member("firmwareVersion"));
+    disk.capacity = OptionalUnsigned(m[7], place.Member("capacity"), kMax64, "unsigned 64-bit");
+    disk.rpm = static_cast<std::uint32_t>(
+        OptionalUnsigned(m[8], place.Member("rpm"), kMax32, "unsigned 32-bit"));
+    if (m[9]) record.health = Health(*m[9], place.Member("health"));
+    if (m[10]) record.identity = Identity(*m[10], place.Member("identity"));
+    return record;
+  }
+
+  static std::vector<std::string> IdList(const std::optional<Value>& value, const Place& place) {
+    std::vector<std::string> ids;
+    if (!value) return ids;
+    ExpectArray(*value, place);
+    ids.reserve(Json::Size(*value));
+    Json::ForEachElement(*value, [&](const Value& id) {
+      ids.push_back(StringAt(id, place.Element(ids.size())));
+    });
+    return ids;
+  }
+
+  static zeda::orvi::OrviDiskGroup Group(const Value& value, const Place& place) {
+    ExpectObject(value, place);
+    const auto members = MembersOf(value, place, kGroupMembers);
+    zeda::orvi::OrviDiskGroup group;
+    group.dataDisks = IdList(members[0], place.Member("dataDisks"));
+    group.spareDisks = IdList(members[1], place.Member("spareDisks"));
+    return group;
+  }
+
+  static NasRecord Nas(const Value& value, const Place& place) {
+    ExpectObject(value, place);
+    const auto members = MembersOf(value, place, kNasMembers);
+    NasRecord nas;
+    if (!members[0]) Refuse(place.Member("name"), "missing required member");
+    nas.name = StringAt(*members[0], place.Member("name"));
+    if (members[1]) {
+      const Place where = place.Member("disks");
+      ExpectArray(*members[1], where);
+      nas.disks.reserve(Json::Size(*members[1]));
+      Json::ForEachElement(*members[1], [&](const Value& disk) {
+        nas.disks.push_back(Disk(disk, where.Element(nas.disks.size())));
+      });
+    }
+    if (members[2]) {
+      const Place where = place.Member("groups");
+      ExpectArray(*members[2], where);
+      nas.groups.reserve(Json::Size(*members[2]));
+      Json::ForEachElement(*members[2], [&](const Value& group) {
+        nas.groups.push_back(Group(group, where.Element(nas.groups.size())));
+      });
+    }
+    return nas;
+  }
+};
+
+}  // namespace zeda::pelka::platform
