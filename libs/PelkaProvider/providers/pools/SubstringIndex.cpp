@@ -27,97 +27,93 @@ SubstringIndex::SubstringIndex(const std::vector<std::string_view>& identifiers)
   }
   nodes_.reserve(bytes + 1);
   nodes_.emplace_back();
-  edgeKeys_.assign(16, 0);
-  edgeTargets_.assign(16, kNone);
+  std::vector<Links> links(1);
+  links.reserve(bytes + 1);
+  edges_.assign(16, Edge{});
   patternOf_.reserve(identifiers.size());
   for (const std::string_view id : identifiers) {
     std::uint32_t node = kRoot;
     for (const char ch : id) {
       const auto byte = static_cast<unsigned char>(ch);
       const std::uint32_t child = Child(node, byte);
-      node = child == kNone ? AddChild(node, byte) : child;
+      node = child == kNone ? AddChild(node, byte, links) : child;
     }
     if (nodes_[node].pattern == kNone) {
       nodes_[node].pattern = static_cast<std::uint32_t>(patternCount_++);
     }
     patternOf_.push_back(nodes_[node].pattern);
   }
-  LinkFailures();
+  LinkFailures(links);
 }
 
 std::uint32_t SubstringIndex::Child(std::uint32_t node, unsigned char byte) const {
   const std::uint64_t key = EdgeKey(node, byte);
-  const std::size_t mask = edgeKeys_.size() - 1;
+  const std::size_t mask = edges_.size() - 1;
   for (std::size_t slot = EdgeSlot(key, mask);; slot = (slot + 1) & mask) {
-    if (edgeKeys_[slot] == key) {
-      return edgeTargets_[slot];
+    if (edges_[slot].key == key) {
+      return edges_[slot].target;
     }
-    if (edgeKeys_[slot] == 0) {
+    if (edges_[slot].key == 0) {
       return kNone;
     }
   }
 }
 
-std::uint32_t SubstringIndex::AddChild(std::uint32_t node, unsigned char byte) {
+std::uint32_t SubstringIndex::AddChild(std::uint32_t node, unsigned char byte,
+                                       std::vector<Links>& links) {
   // Keep the table at most half full so that probes stay short.
-  if (2 * (edgeCount_ + 1) > edgeKeys_.size()) {
+  if (2 * (edgeCount_ + 1) > edges_.size()) {
     GrowEdges();
   }
   const auto child = static_cast<std::uint32_t>(nodes_.size());
-  Node added;
-  added.byte = byte;
-  added.nextSibling = nodes_[node].firstChild;
-  nodes_.push_back(added);
-  nodes_[node].firstChild = child;
+  nodes_.emplace_back();
+  links.push_back(Links{kNone, links[node].firstChild, byte});
+  links[node].firstChild = child;
   const std::uint64_t key = EdgeKey(node, byte);
-  const std::size_t mask = edgeKeys_.size() - 1;
+  const std::size_t mask = edges_.size() - 1;
   std::size_t slot = EdgeSlot(key, mask);
-  while (edgeKeys_[slot] != 0) {
+  while (edges_[slot].key != 0) {
     slot = (slot + 1) & mask;
   }
-  edgeKeys_[slot] = key;
-  edgeTargets_[slot] = child;
+  edges_[slot] = Edge{key, child};
   ++edgeCount_;
   return child;
 }
 
 void SubstringIndex::GrowEdges() {
-  std::vector<std::uint64_t> keys(edgeKeys_.size() * 2, 0);
-  std::vector<std::uint32_t> targets(edgeTargets_.size() * 2, kNone);
-  const std::size_t mask = keys.size() - 1;
-  for (std::size_t old = 0; old < edgeKeys_.size(); ++old) {
-    if (edgeKeys_[old] == 0) {
+  std::vector<Edge> grown(edges_.size() * 2);
+  const std::size_t mask = grown.size() - 1;
+  for (const Edge& edge : edges_) {
+    if (edge.key == 0) {
       continue;
     }
-    std::size_t slot = EdgeSlot(edgeKeys_[old], mask);
-    while (keys[slot] != 0) {
+    std::size_t slot = EdgeSlot(edge.key, mask);
+    while (grown[slot].key != 0) {
       slot = (slot + 1) & mask;
     }
-    keys[slot] = edgeKeys_[old];
-    targets[slot] = edgeTargets_[old];
+    grown[slot] = edge;
   }
-  edgeKeys_.swap(keys);
-  edgeTargets_.swap(targets);
+  edges_.swap(grown);
 }
 
-void SubstringIndex::LinkFailures() {
+void SubstringIndex::LinkFailures(const std::vector<Links>& links) {
   // Breadth first, so that every node's fail target (a shorter string) is
   // linked before the node itself. The root's output stays kNone: the empty
   // pattern, if any, is reported by the root itself at the start of a text
   // and ends every output chain through the children of the root.
   std::vector<std::uint32_t> queue;
   queue.reserve(nodes_.size());
-  for (std::uint32_t child = nodes_[kRoot].firstChild; child != kNone;
-       child = nodes_[child].nextSibling) {
+  for (std::uint32_t child = links[kRoot].firstChild; child != kNone;
+       child = links[child].nextSibling) {
     nodes_[child].fail = kRoot;
     nodes_[child].output = nodes_[kRoot].pattern != kNone ? kRoot : kNone;
     queue.push_back(child);
   }
   for (std::size_t head = 0; head < queue.size(); ++head) {
     const std::uint32_t node = queue[head];
-    for (std::uint32_t child = nodes_[node].firstChild; child != kNone;
-         child = nodes_[child].nextSibling) {
-      const unsigned char byte = nodes_[child].byte;
+    for (std::uint32_t child = links[node].firstChild; child != kNone;
+         child = links[child].nextSibling) {
+      const unsigned char byte = links[child].byte;
       std::uint32_t fail = nodes_[node].fail;
       std::uint32_t target = Child(fail, byte);
       while (target == kNone && fail != kRoot) {

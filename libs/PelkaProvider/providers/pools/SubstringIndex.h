@@ -38,31 +38,38 @@ class SubstringIndex {
   static constexpr std::uint32_t kNone = UINT32_MAX;
   static constexpr std::uint32_t kRoot = 0;
 
+  // What the text walk reads, kept small so that more of the trie stays in
+  // cache.
   struct Node {
-    std::uint32_t fail = kRoot;    // longest proper suffix that is a trie node
-    std::uint32_t output = kNone;  // nearest pattern node on the fail chain, root excluded
-                                   // unless the root is a pattern
-    std::uint32_t pattern = kNone; // pattern ending here
+    std::uint32_t fail = kRoot;     // longest proper suffix that is a trie node
+    std::uint32_t output = kNone;   // nearest pattern node on the fail chain
+    std::uint32_t pattern = kNone;  // pattern ending here
+    std::uint32_t seen = 0;         // number of the last text that reported this node
+  };
+  // What only the construction reads: the children of a node as a list.
+  struct Links {
     std::uint32_t firstChild = kNone;
     std::uint32_t nextSibling = kNone;
-    std::uint32_t seen = 0;  // number of the last text that reported this node
     unsigned char byte = 0;  // label of the edge from the parent
+  };
+  // One slot of the open-addressing edge table: key (node << 8 | byte) + 1,
+  // 0 for a free slot.
+  struct Edge {
+    std::uint64_t key = 0;
+    std::uint32_t target = kNone;
   };
 
   std::uint32_t Child(std::uint32_t node, unsigned char byte) const;
-  std::uint32_t AddChild(std::uint32_t node, unsigned char byte);
+  std::uint32_t AddChild(std::uint32_t node, unsigned char byte, std::vector<Links>& links);
   void GrowEdges();
-  void LinkFailures();
+  void LinkFailures(const std::vector<Links>& links);
   // Reports `node` and the pattern nodes on its output chain not yet seen in
   // this text; stops at the first one seen (its chain was reported with it).
   template <class Found>
   void Report(std::uint32_t node, Found& found);
 
   std::vector<Node> nodes_;
-  // Open-addressing table of the trie's edges: key (node << 8 | byte) + 1,
-  // 0 for a free slot.
-  std::vector<std::uint64_t> edgeKeys_;
-  std::vector<std::uint32_t> edgeTargets_;
+  std::vector<Edge> edges_;
   std::size_t edgeCount_ = 0;
   std::vector<std::size_t> patternOf_;
   std::size_t patternCount_ = 0;
