@@ -12,6 +12,7 @@
 #include <string>
 #include <unistd.h>
 
+#include "BenchHost.h"
 #include "platform/Inventory.h"
 #include "zeda/host/all.hpp"
 
@@ -49,17 +50,7 @@ platform::Inventory MakeInventory(int disks, int perNas) {
   return inventory;
 }
 
-host::Host& ModuleHost() {
-  static const std::unique_ptr<host::Host> instance = [] {
-    std::string dir = (std::filesystem::temp_directory_path() / "zeda-bench-XXXXXX").string();
-    if (::mkdtemp(dir.data()) != nullptr) {
-      setenv("PELKA_PROGRAM_DATA", dir.c_str(), 1);
-    }
-    unsetenv("PELKA_NAS_TRACE");
-    return std::make_unique<host::Host>(ZEDA_MODULE_PATH);
-  }();
-  return *instance;
-}
+using zeda::bench::ModuleHost;
 
 void Check(benchmark::State& state, const host::Outcome& outcome, std::size_t expected) {
   if (!outcome.ok() || outcome.results.size() != expected) {

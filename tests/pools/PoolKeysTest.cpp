@@ -8,6 +8,7 @@
 #include "PoolRecords.h"
 #include "providers/pools/ExtentKey.h"
 #include "providers/pools/PoolInstanceId.h"
+#include "providers/pools/PoolRules.h"
 #include "providers/pools/PoolTable.h"
 
 namespace zeda::testing::pools {

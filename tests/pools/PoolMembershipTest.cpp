@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "PoolRecords.h"
-#include "providers/pools/PoolMembership.h"
+#include "providers/pools/PoolRules.h"
 
 namespace zeda::testing::pools {
 namespace {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "PoolRecords.h"
-#include "providers/pools/PoolTotals.h"
+#include "providers/pools/PoolRules.h"
 
 namespace zeda::testing::pools {
 namespace {

@@ -6,8 +6,15 @@ namespace zeda::pelka {
 
 namespace {
 
-std::string FormatKey(const char* format, const std::string& first, const std::string& second) {
-  return (boost::format(format) % first % second).str();
+// Formats `Text` with two string arguments. The format text is parsed once
+// per thread and the parsed object reused: clear() drops the arguments of the
+// previous key and keeps the parsed items. A text that fails to parse throws
+// from the constructor on every call, as a fresh boost::format would.
+template <const char* Text>
+std::string FormatKey(const std::string& first, const std::string& second) {
+  thread_local boost::format format(Text);
+  format.clear();
+  return (format % first % second).str();
 }
 
 }  // namespace
@@ -27,23 +34,23 @@ std::string StripFirstColon(const std::string& id) {
 }
 
 std::string DiskDeviceId(const std::string& systemName, const std::string& id) {
-  return FormatKey(kDiskKeyFormat, systemName, id);
+  return FormatKey<kDiskKeyFormat>(systemName, id);
 }
 
 std::string PackageTag(const std::string& systemName, const std::string& id) {
-  return FormatKey(kDiskKeyFormat, systemName, id);
+  return FormatKey<kDiskKeyFormat>(systemName, id);
 }
 
 std::string ExtentDeviceId(const std::string& systemName, const std::string& id) {
-  return FormatKey(kExtentKeyFormat, systemName, id);
+  return FormatKey<kExtentKeyFormat>(systemName, id);
 }
 
 std::string SoftwareInstanceId(const std::string& nasName, const std::string& id) {
-  return FormatKey(kSoftwareKeyFormat, nasName, id);
+  return FormatKey<kSoftwareKeyFormat>(nasName, id);
 }
 
 std::string SystemSoftwareInstanceId(const std::string& systemName, const std::string& id) {
-  return FormatKey(kSystemSoftwareKeyFormat, systemName, id);
+  return FormatKey<kSystemSoftwareKeyFormat>(systemName, id);
 }
 
 }  // namespace zeda::pelka

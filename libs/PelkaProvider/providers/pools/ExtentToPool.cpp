@@ -8,8 +8,8 @@
 #include "providers/common/CimValues.h"
 #include "providers/pools/ExtentKey.h"
 #include "providers/pools/PoolInstance.h"
+#include "providers/pools/PoolRules.h"
 #include "providers/pools/PoolTable.h"
-#include "providers/pools/PoolTotals.h"
 
 namespace zeda::pelka {
 

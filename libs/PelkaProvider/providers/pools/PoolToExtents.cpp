@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "inventory/Keys.h"
 #include "inventory/Library.h"
@@ -10,7 +11,7 @@
 #include "providers/common/Health.h"
 #include "providers/pools/PoolExtentInstance.h"
 #include "providers/pools/PoolInstanceId.h"
-#include "providers/pools/PoolMembership.h"
+#include "providers/pools/PoolRules.h"
 
 namespace zeda::pelka {
 
@@ -28,10 +29,14 @@ void ReturnPoolExtents(CmpiResult& rslt, const CmpiObjectPath& poolPath,
   const PoolInstanceIdParts pool = ParsePoolInstanceId(cmpi::GetString(poolPath, "InstanceID"));
   zeda::orvi::Orvi& orvi = GetOrvi(Nas::Get(pool.nasName));
   const zeda::orvi::OrviDiskList diskList = orvi.GetDiskList();
-  for (const zeda::orvi::OrviDisk& disk : diskList.disks) {
+  // One pass over the groups for every disk at once; the walk below then
+  // asks the NAS API per disk exactly as before.
+  const std::vector<std::size_t> membership = PoolMembershipCounts(diskList, pool.poolNumber);
+  for (std::size_t d = 0; d < diskList.disks.size(); ++d) {
+    const zeda::orvi::OrviDisk& disk = diskList.disks[d];
     const CMPIUint64 blocks = BlocksOf(disk.capacity);
     const std::uint32_t healthStatus = orvi.GetDiskHealth(StripFirstColon(disk.id)).healthStatus;
-    const std::size_t returns = PoolMembershipCount(disk, diskList.groups, pool.poolNumber);
+    const std::size_t returns = membership[d];
     if (returns == 0) {
       continue;
     }

@@ -20,7 +20,7 @@ enum class ExtentStatusRule {
 // order, asks GetDiskHealth with its health key (also for disks it does not
 // return), then returns the disk's extent (MakeExtentInstance, in the
 // namespace of `poolPath`, system name from the InstanceID) as many times
-// as PoolMembershipCount says. Ends with returnDone.
+// as PoolMembershipCounts says. Ends with returnDone.
 void ReturnPoolExtents(CmpiResult& rslt, const CmpiObjectPath& poolPath,
                        ExtentStatusRule extentStatusRule);
 

@@ -8,6 +8,7 @@
 #include "providers/common/InventoryWalk.h"
 #include "providers/pools/ExtentToPool.h"
 #include "providers/pools/PoolReferences.h"
+#include "providers/pools/PoolRules.h"
 #include "providers/pools/PoolTable.h"
 #include "providers/pools/PoolToExtents.h"
 
@@ -17,18 +18,6 @@ namespace {
 
 constexpr char kClassName[] = "ZEDA_ConcreteComponent_Primordial";
 constexpr char kExtentClass[] = "ZEDA_StorageExtent_Disk";
-
-// Pool of a disk in the enumeration: free disks in pool 1, spare and cache
-// disks in none (0), every other disk in pool 2.
-int EnumeratedPool(const zeda::orvi::OrviDisk& disk) {
-  if (disk.isFree) {
-    return 1;
-  }
-  if (disk.isSsd || disk.isSpare) {
-    return 0;
-  }
-  return 2;
-}
 
 }  // namespace
 
