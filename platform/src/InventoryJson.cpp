@@ -79,20 +79,28 @@ struct SimdjsonDocument {
   }
 };
 
-// Whether `text` may hold the integer -0: a "-0" not followed by a digit, a
-// point or an exponent. simdjson reads it as 0, indistinguishable from 0,
-// while the inventory has always refused it where a number is read ("number
-// is negative"); such a document goes to the careful reader. A "-0" inside a
-// string only costs that detour.
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
+// Whether `text` may hold the integer -0: a "-0" where a value may start
+// (at the beginning, or after ':', ',' or '[' and blanks) and not followed
+// by a digit, a point or an exponent. simdjson reads it as 0, while the
+// inventory has always refused it where a number is read ("number is
+// negative"); such a document goes to the careful reader. A string that
+// happens to look like that ("a: -0") only costs the detour.
 bool MayHoldMinusZero(const std::string& text) {
-  const char* const end = text.data() + text.size();
-  for (const char* at = text.data();
+  const char* const begin = text.data();
+  const char* const end = begin + text.size();
+  for (const char* at = begin;
        (at = static_cast<const char*>(std::memchr(at, '-', static_cast<std::size_t>(end - at)))) != nullptr;
        ++at) {
     if (end - at < 2 || at[1] != '0') continue;
-    if (end - at == 2) return true;
-    const char next = at[2];
-    if (!((next >= '0' && next <= '9') || next == '.' || next == 'e' || next == 'E')) return true;
+    if (end - at > 2) {
+      const char next = at[2];
+      if ((next >= '0' && next <= '9') || next == '.' || next == 'e' || next == 'E') continue;
+    }
+    const char* before = at;
+    while (before != begin && IsBlank(before[-1])) --before;
+    if (before == begin || before[-1] == ':' || before[-1] == ',' || before[-1] == '[') return true;
   }
   return false;
 }

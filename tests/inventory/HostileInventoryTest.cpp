@@ -75,6 +75,9 @@ TEST(HostileInventory, MinusZeroIsANegativeIntegerAsItHasAlwaysBeen) {
   const Inventory inventory = ParseInventory(
       WithThirdDisk(R"({"id": "0:3", "identity": {"serial": "WD-0 -0"}})"), kFile);
   EXPECT_EQ(inventory.nas.at(0).disks.at(2).identity.serial, "WD-0 -0");
+  EXPECT_EQ(ParseInventory(WithThirdDisk(R"({"id": "0:3", "firmwareVersion": "a: -0,[-0"})"), kFile)
+                .nas.at(0).disks.at(2).disk.firmwareVersion,
+            "a: -0,[-0");
   EXPECT_EQ(Refusal(WithThirdDisk(R"({"id": "0:3", "rpm": -0.0})")),
             Expected("nas[0].disks[2].rpm: expected an unsigned integer, found a floating-point number"));
 }
