@@ -3,7 +3,10 @@
 // refuses is read again by the careful reader (InventoryRefused.h), which
 // words the refusal with line and column, or with the place of a number out
 // of range; it also accepts what only simdjson refuses (a byte order mark).
+// Both readers walk the document with the same code, so they refuse and
+// accept alike.
 #include <cstdint>
+#include <cstring>
 #include <exception>
 #include <new>
 #include <stdexcept>
@@ -76,6 +79,32 @@ struct SimdjsonDocument {
   }
 };
 
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
+// Whether `text` may hold the integer -0: a "-0" where a value may start
+// (at the beginning, or after ':', ',' or '[' and blanks) and not followed
+// by a digit, a point or an exponent. simdjson reads it as 0, while the
+// inventory has always refused it where a number is read ("number is
+// negative"); such a document goes to the careful reader. A string that
+// happens to look like that ("a: -0") only costs the detour.
+bool MayHoldMinusZero(const std::string& text) {
+  const char* const begin = text.data();
+  const char* const end = begin + text.size();
+  for (const char* at = begin;
+       (at = static_cast<const char*>(std::memchr(at, '-', static_cast<std::size_t>(end - at)))) != nullptr;
+       ++at) {
+    if (end - at < 2 || at[1] != '0') continue;
+    if (end - at > 2) {
+      const char next = at[2];
+      if ((next >= '0' && next <= '9') || next == '.' || next == 'e' || next == 'E') continue;
+    }
+    const char* before = at;
+    while (before != begin && IsBlank(before[-1])) --before;
+    if (before == begin || before[-1] == ':' || before[-1] == ',' || before[-1] == '[') return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 Inventory ParseInventory(const std::string& jsonText, const std::string& fileName) {
@@ -85,7 +114,7 @@ Inventory ParseInventory(const std::string& jsonText, const std::string& fileNam
   try {
     dom::parser parser;
     dom::element document;
-    if (parser.parse(jsonText).get(document) != simdjson::SUCCESS) {
+    if (MayHoldMinusZero(jsonText) || parser.parse(jsonText).get(document) != simdjson::SUCCESS) {
       return ReadRefusedDocument(jsonText);
     }
     return InventoryWalker<SimdjsonDocument>::Document(document);

@@ -59,8 +59,9 @@ bool InNumber(char c) {
 }
 
 // `text` with every number outside strings whose value overflows a double
-// replaced by 9e99 of the same sign, padded with blanks to the same length so
-// that lines and columns of any later syntax error stay where they were.
+// replaced by 9e99 of the same sign, written with as many zeros in the
+// exponent as keep its length, so that lines and columns of any syntax error
+// stay where they were.
 std::string WithFiniteNumbers(std::string text) {
   bool inString = false;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -85,9 +86,10 @@ std::string WithFiniteNumbers(std::string text) {
     const double value = std::strtod(token.c_str(), &parsedEnd);
     const std::size_t parsed = static_cast<std::size_t>(parsedEnd - token.c_str());
     if (std::isinf(value)) {
-      // The shortest overflow, 1e309, is longer than its replacement.
-      const std::string finite = value < 0 ? "-9e99" : "9e99";
-      text.replace(i, parsed, finite + std::string(parsed - finite.size(), ' '));
+      // 9e0…099 of the sign, as long as the number: the shortest overflow,
+      // 1e309 (or -1e309), leaves room for at least one zero.
+      const std::string sign = value < 0 ? "-" : "";
+      text.replace(i, parsed, sign + "9e" + std::string(parsed - sign.size() - 4, '0') + "99");
     }
     i = end - 1;
   }

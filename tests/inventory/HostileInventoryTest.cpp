@@ -64,6 +64,24 @@ TEST(HostileInventory, IntegersTooLargeForTheirTypeNameTheirPlace) {
             Expected("nas[0].disks[2].health.status: number too large for unsigned 32-bit"));
 }
 
+TEST(HostileInventory, MinusZeroIsANegativeIntegerAsItHasAlwaysBeen) {
+  EXPECT_EQ(Refusal(WithThirdDisk(R"({"id": "0:3", "capacity": -0})")),
+            Expected("nas[0].disks[2].capacity: number is negative"));
+  EXPECT_EQ(Refusal(WithThirdDisk(R"({"id": "0:3", "rpm": -0 })")),
+            Expected("nas[0].disks[2].rpm: number is negative"));
+  EXPECT_EQ(Refusal(R"({"nas": [{"name": -0}]})"),
+            Expected("nas[0].name: expected a string, found a negative integer"));
+  // Inside strings and as a real it is no integer.
+  const Inventory inventory = ParseInventory(
+      WithThirdDisk(R"({"id": "0:3", "identity": {"serial": "WD-0 -0"}})"), kFile);
+  EXPECT_EQ(inventory.nas.at(0).disks.at(2).identity.serial, "WD-0 -0");
+  EXPECT_EQ(ParseInventory(WithThirdDisk(R"({"id": "0:3", "firmwareVersion": "a: -0,[-0"})"), kFile)
+                .nas.at(0).disks.at(2).disk.firmwareVersion,
+            "a: -0,[-0");
+  EXPECT_EQ(Refusal(WithThirdDisk(R"({"id": "0:3", "rpm": -0.0})")),
+            Expected("nas[0].disks[2].rpm: expected an unsigned integer, found a floating-point number"));
+}
+
 TEST(HostileInventory, OverflowInsideStringsAndKeysIsText) {
   const Inventory inventory = ParseInventory(
       R"({"nas": [{"name": "1e400", "disks": [{"id": "-1e400", "firmwareVersion": "9e999"}]}]})",
