@@ -116,10 +116,11 @@ TEST_F(SnapshotLifetime, UnsetOrUnusableGraceSettingKeepsSnapshotsLong) {
 // the last change no larger than once the first grace period was over.
 TEST_F(SnapshotLifetime, HundredThousandChangesUnderReadersKeepMemoryFlat) {
   constexpr long kChanges = 100000;
-  // At most one change per 40 us: within the grace period of 0.25 s at most
-  // 6,250 snapshots are replaced, about 23 MB at 3.7 kB each.
-  constexpr auto kPace = 40us;
-  const testing::EnvironmentSetting grace("PELKA_SNAPSHOT_GRACE_SECONDS", "0.25");
+  // At most one change per 100 us: within the grace period of 1 s at most
+  // 10,000 snapshots are replaced, about 37 MB at 3.7 kB each. The grace
+  // period must outlast any stall of a reader thread on a loaded machine.
+  constexpr auto kPace = 100us;
+  const testing::EnvironmentSetting grace("PELKA_SNAPSHOT_GRACE_SECONDS", "1");
   platform::UseInMemoryInventory(Version(0));
 
   std::atomic<bool> done{false};
@@ -169,14 +170,14 @@ TEST_F(SnapshotLifetime, HundredThousandChangesUnderReadersKeepMemoryFlat) {
   EXPECT_EQ(GetNasList().front().name, "v" + std::to_string(kChanges) + "-a");
   // Kept were only those replaced in the last grace period (and a few that
   // earlier tests left with the default one), never all.
-  EXPECT_LT(mostSnapshots, 10000u);
-  EXPECT_LT(snapshotsEnd, 10000u);
-  // Flat: what the last 80,000 changes added stays below 32 MB, the most
-  // one grace period can hold at this pace; keeping them all would take
+  EXPECT_LT(mostSnapshots, 20000u);
+  EXPECT_LT(snapshotsEnd, 20000u);
+  // Flat: what the last 80,000 changes added stays below 64 MB, well above
+  // what one grace period can hold at this pace; keeping them all would take
   // about 290 MB. AddressSanitizer holds freed memory back in its
   // quarantine, so there only the snapshot count tells.
 #ifndef __SANITIZE_ADDRESS__
-  EXPECT_LT(rssEnd - rssSettled, 32L * 1024 * 1024);
+  EXPECT_LT(rssEnd - rssSettled, 64L * 1024 * 1024);
 #endif
 }
 
