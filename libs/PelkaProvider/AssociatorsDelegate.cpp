@@ -30,12 +30,14 @@ CmpiStatus AssociatorsDelegate::operator()(const CmpiContext& ctx, CmpiResult& r
   // differently cased name is refused as well.
   const std::string& expected = owner()->className();
   if (assocClass != expected) {
+    // ProviderException: answered as 4 (CMPI_RC_ERR_INVALID_PARAMETER).
     throw ProviderException(
         (boost::format("Wrong association class name: %1%; Expected: %2%") % assocClass %
          expected)
             .str());
   }
   if (!first_ || !second_) {
+    // Exception: answered as 200 (CMPI_RC_ERROR).
     throw Exception("Null handler");
   }
   // Exact names only: a subclass of an endpoint class is not served.
@@ -46,6 +48,7 @@ CmpiStatus AssociatorsDelegate::operator()(const CmpiContext& ctx, CmpiResult& r
   } else if (sourceClass == second_->className()) {
     handler = second_.get();
   } else {
+    // ProviderException: answered as 4 (CMPI_RC_ERR_INVALID_PARAMETER).
     throw ProviderException("Unknown class name: " + sourceClass);
   }
   return (*handler)(ctx, rslt, cop, assocClass, resultClass, role, resultRole, properties);

@@ -2,16 +2,17 @@
 
 #include "Exception.h"
 #include "inventory/Library.h"
-#include "providers/associations/PlaceholderInstances.h"
+#include "providers/associations/ComputerSystemPlaceholder.h"
 #include "providers/common/CimValues.h"
-#include "providers/common/PlaceholderReference.h"
+#include "providers/common/ClassNames.h"
 #include "providers/common/InventoryWalk.h"
+#include "providers/common/PlaceholderReference.h"
 
 namespace zeda::pelka {
 
 namespace {
 
-constexpr char kSystemClass[] = "ZEDA_ComputerSystem";
+constexpr const char* kSystemClass = className::kComputerSystem;
 // Name of the computer system that References answers for a device source.
 constexpr char kPlaceholderSystemName[] = "ZEDAName";
 
@@ -20,12 +21,15 @@ constexpr char kPlaceholderSystemName[] = "ZEDAName";
 CmpiStatus EnumSystemDevices(const SystemDeviceKind& kind, CmpiResult& rslt,
                              const CmpiObjectPath& cop) {
   WalkInventory(rslt, cop, [&kind, &rslt](const DiskVisit& visit) {
-    const CmpiObjectPath system = ComputerSystemPath(visit.nameSpace, visit.systemName);
-    const CmpiObjectPath device =
-        DevicePath(visit.nameSpace, kind.deviceClass, kSystemClass, visit.systemName,
-                   kind.deviceClass, kind.deviceId(visit.systemName, visit.disk.id));
-    rslt.returnData(AssociationInstance(visit.nameSpace, kind.associationClass, "GroupComponent",
-                                        system, "PartComponent", device));
+    const DeviceKeys deviceKeys = NasDeviceKeys(visit.systemName, kind.deviceClass,
+                                                kind.deviceId(visit.systemName, visit.disk.id));
+    AssociationFields association;
+    association.nameSpace = visit.nameSpace;
+    association.className = kind.associationClass;
+    association.first = {"GroupComponent", ComputerSystemPath(visit.nameSpace, visit.systemName)};
+    association.second = {"PartComponent",
+                          DevicePath(visit.nameSpace, kind.deviceClass, deviceKeys)};
+    rslt.returnData(MakeAssociationInstance(association));
   });
   return CmpiStatus(CMPI_RC_OK);
 }
@@ -34,6 +38,7 @@ CmpiStatus SystemDeviceAssociators(const SystemDeviceKind& kind, CmpiResult& rsl
                                    const CmpiObjectPath& source, const std::string& assocClass,
                                    const std::string& resultClass, const char** properties) {
   if (assocClass != kind.associationClass) {
+    // Exception: answered as 200 (CMPI_RC_ERROR).
     throw Exception("Wrong class name");
   }
   const std::string nameSpace = NameSpaceOf(source);
@@ -42,8 +47,7 @@ CmpiStatus SystemDeviceAssociators(const SystemDeviceKind& kind, CmpiResult& rsl
     if (resultClass != kind.systemResultClass) {
       return CmpiStatus(CMPI_RC_OK);
     }
-    CmpiInstance system;
-    MakePlaceholderComputerSystemInstance(system, nameSpace.c_str(), properties);
+    const CmpiInstance system = MakePlaceholderComputerSystemInstance(nameSpace, properties);
     if (kind.returnsSystem) {
       rslt.returnData(system);
     }
@@ -54,12 +58,11 @@ CmpiStatus SystemDeviceAssociators(const SystemDeviceKind& kind, CmpiResult& rsl
     if (resultClass != kind.deviceResultClass) {
       return CmpiStatus(CMPI_RC_OK);
     }
-    CmpiInstance device;
-    kind.makeDevicePlaceholder(device, nameSpace.c_str());
-    rslt.returnData(device);
+    rslt.returnData(kind.makePlaceholderDevice(nameSpace));
     rslt.returnDone();
     return CmpiStatus(CMPI_RC_OK);
   }
+  // Exception: answered as 200 (CMPI_RC_ERROR).
   throw Exception("Unknown class name: " + sourceClass);
 }
 

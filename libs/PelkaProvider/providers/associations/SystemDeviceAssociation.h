@@ -30,17 +30,17 @@ struct SystemDeviceKind {
   // The result class that Associators from a system answers, and the
   // placeholder device it answers with.
   const char* deviceResultClass;
-  void (*makeDevicePlaceholder)(CmpiInstance& inst, const char* nameSpace);
+  CmpiInstance (*makePlaceholderDevice)(const std::string& nameSpace);
 };
 
 // One association instance per disk per NAS, then returnDone.
 CmpiStatus EnumSystemDevices(const SystemDeviceKind& kind, CmpiResult& rslt,
                              const CmpiObjectPath& cop);
 
-// Throws Exception "Wrong class name" for a foreign association class and
-// "Unknown class name: <class>" for a source that is neither the device class
-// nor ZEDA_ComputerSystem. A result class other than the one expected for the
-// source answers OK at once, without returnDone.
+// Throws Exception (answered as 200) "Wrong class name" for a foreign
+// association class and "Unknown class name: <class>" for a source that is
+// neither the device class nor ZEDA_ComputerSystem. A result class other than
+// the one expected for the source answers OK at once, without returnDone.
 CmpiStatus SystemDeviceAssociators(const SystemDeviceKind& kind, CmpiResult& rslt,
                                    const CmpiObjectPath& source, const std::string& assocClass,
                                    const std::string& resultClass, const char** properties);

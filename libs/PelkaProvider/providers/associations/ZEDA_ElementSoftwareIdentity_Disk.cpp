@@ -5,19 +5,19 @@
 #include "Exception.h"
 #include "inventory/Keys.h"
 #include "inventory/Library.h"
-#include "providers/associations/PlaceholderInstances.h"
 #include "providers/common/CimValues.h"
-#include "providers/common/PlaceholderReference.h"
+#include "providers/common/ClassNames.h"
 #include "providers/common/InventoryWalk.h"
+#include "providers/common/PlaceholderReference.h"
 #include "providers/elements/DiskDriveBuilder.h"
+#include "providers/elements/SoftwareIdentityBuilder.h"
 
 namespace zeda::pelka {
 
 namespace {
 
-constexpr char kAssociationClass[] = "ZEDA_ElementSoftwareIdentity_Disk";
-constexpr char kDriveClass[] = "ZEDA_DiskDrive";
-constexpr char kSoftwareClass[] = "ZEDA_SoftwareIdentity_Disk";
+constexpr const char* kDriveClass = className::kDiskDrive;
+constexpr const char* kSoftwareClass = className::kSoftwareIdentityDisk;
 
 // ZEDA_SoftwareIdentity_Disk path with its one key, InstanceID.
 CmpiObjectPath SoftwareIdentityPath(const std::string& nameSpace, const std::string& instanceId) {
@@ -31,7 +31,7 @@ CmpiObjectPath SoftwareIdentityPath(const std::string& nameSpace, const std::str
 ZEDA_ElementSoftwareIdentity_Disk::ZEDA_ElementSoftwareIdentity_Disk(const CmpiBroker& broker,
                                                                      const CmpiContext& ctx)
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
-  setClassName(kAssociationClass);
+  setClassName(kClassName);
   install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());
   install(this, instanceDelegates().GetInstance, std::make_unique<GetInstance>());
   install(this, associationDelegates().Associators, std::make_unique<Associators>());
@@ -45,11 +45,14 @@ CmpiStatus ZEDA_ElementSoftwareIdentity_Disk::EnumInstances::operator()(const Cm
   WalkInventory(rslt, cop, [&rslt](const DiskVisit& visit) {
     const std::string deviceId = DiskDeviceId(visit.systemName, visit.disk.id);
     const std::string instanceId = SystemSoftwareInstanceId(visit.systemName, visit.disk.id);
-    const CmpiObjectPath software = SoftwareIdentityPath(visit.nameSpace, instanceId);
-    const CmpiObjectPath drive = DevicePath(visit.nameSpace, kDriveClass, "ZEDA_ComputerSystem",
-                                            visit.systemName, kDriveClass, deviceId);
-    rslt.returnData(AssociationInstance(visit.nameSpace, kAssociationClass, "Antecedent", software,
-                                        "Dependent", drive));
+    AssociationFields association;
+    association.nameSpace = visit.nameSpace;
+    association.className = kClassName;
+    association.first = {"Antecedent", SoftwareIdentityPath(visit.nameSpace, instanceId)};
+    association.second = {"Dependent",
+                          DevicePath(visit.nameSpace, kDriveClass,
+                                     NasDeviceKeys(visit.systemName, kDriveClass, deviceId))};
+    rslt.returnData(MakeAssociationInstance(association));
   });
   return CmpiStatus(CMPI_RC_OK);
 }
@@ -58,11 +61,9 @@ CmpiStatus ZEDA_ElementSoftwareIdentity_Disk::GetInstance::operator()(const Cmpi
                                                                       CmpiResult& rslt,
                                                                       const CmpiObjectPath& cop,
                                                                       const char** properties) {
-  const std::string nameSpace = NameSpaceOf(cop);
-  CmpiInstance placeholder;
-  MakePlaceholderDiskDriveInstance(placeholder, owner()->className().c_str(), nameSpace.c_str(),
-                                   "ZEDA_Name");
-  rslt.returnData(placeholder);
+  // A drive-shaped placeholder of this association's own class.
+  rslt.returnData(
+      MakeDiskDriveInstance(PlaceholderDiskDriveFields(NameSpaceOf(cop), kClassName, "ZEDA_Name")));
   rslt.returnDone();
   return CmpiStatus(CMPI_RC_OK);
 }
@@ -75,10 +76,12 @@ CmpiStatus ZEDA_ElementSoftwareIdentity_Disk::Associators::operator()(
   const std::string sourceClass = cmpi::GetClassName(cop);
   CmpiInstance associated;
   if (sourceClass == kDriveClass) {
-    MakePlaceholderSoftwareIdentityInstance(associated, nameSpace.c_str());
+    associated =
+        MakeSoftwareIdentityInstance(PlaceholderSoftwareIdentityFields(nameSpace, kSoftwareClass));
   } else if (sourceClass == kSoftwareClass) {
-    MakePlaceholderDiskDriveInstance(associated, kDriveClass, nameSpace.c_str(), "Name");
+    associated = MakeDiskDriveInstance(PlaceholderDiskDriveFields(nameSpace, kDriveClass, "Name"));
   } else {
+    // Exception: answered as 200 (CMPI_RC_ERROR).
     throw Exception("Unknown class name: " + sourceClass);
   }
   rslt.returnData(associated);
@@ -95,7 +98,7 @@ CmpiStatus ZEDA_ElementSoftwareIdentity_Disk::References::operator()(
   const AssociationEnd drive{"Dependent", kDriveClass, [](const std::string& nameSpace) {
                                return PlaceholderDevicePath(nameSpace, kDriveClass);
                              }};
-  ReturnPlaceholderReference(rslt, cop, kAssociationClass, software, drive);
+  ReturnPlaceholderReference(rslt, cop, kClassName, software, drive);
   return CmpiStatus(CMPI_RC_OK);
 }
 

@@ -7,11 +7,15 @@
 #include <string>
 
 #include "PelkaProvider.h"
+#include "providers/common/ClassNames.h"
 
 namespace zeda::pelka {
 
 class ZEDA_ElementSoftwareIdentity_Disk : public PelkaProvider {
  public:
+  // The CIM class this provider serves; every place it names itself uses this.
+  static constexpr const char* kClassName = className::kElementSoftwareIdentityDisk;
+
   ZEDA_ElementSoftwareIdentity_Disk(const CmpiBroker& broker, const CmpiContext& ctx);
 
   class EnumInstances : public InstanceMI::EnumInstancesDelegate {

@@ -10,10 +10,11 @@
 #include "inventory/Keys.h"
 #include "inventory/Library.h"
 #include "providers/common/CimValues.h"
-#include "providers/common/PlaceholderReference.h"
+#include "providers/common/ClassNames.h"
 #include "providers/common/DiskProperties.h"
 #include "providers/common/Health.h"
 #include "providers/common/InventoryWalk.h"
+#include "providers/common/PlaceholderReference.h"
 #include "providers/common/TextOps.h"
 #include "providers/elements/DiskDriveBuilder.h"
 #include "providers/elements/StorageExtentBuilder.h"
@@ -22,9 +23,8 @@ namespace zeda::pelka {
 
 namespace {
 
-constexpr char kDriveClass[] = "ZEDA_DiskDrive";
-constexpr char kExtentClass[] = "ZEDA_StorageExtent_Disk";
-constexpr char kSystemClass[] = "ZEDA_ComputerSystem";
+constexpr const char* kDriveClass = className::kDiskDrive;
+constexpr const char* kExtentClass = className::kStorageExtentDisk;
 
 // InterconnectType of a drive reached through its extent: 4 for an interface
 // name of exactly "SATA", 5 for exactly "SAS", 1 for anything else. Stricter
@@ -47,7 +47,7 @@ bool SameDisk(const zeda::orvi::OrviDisk& disk, const std::string& id) {
 
 // The drive of an extent source: every disk of the NAS whose identifier
 // matches the one after "DiskExtent" in the source's DeviceID.
-void AnswerDrivesOfExtent(CmpiResult& rslt, const CmpiObjectPath& source,
+void ReturnDrivesOfExtent(CmpiResult& rslt, const CmpiObjectPath& source,
                           const std::string& nameSpace) {
   const std::string id = text::TextAfterLast(cmpi::GetString(source, "DeviceID"), "DiskExtent");
   const std::string systemName = cmpi::GetString(source, "SystemName");
@@ -59,13 +59,17 @@ void AnswerDrivesOfExtent(CmpiResult& rslt, const CmpiObjectPath& source,
     }
     const std::string deviceId = DiskDeviceId(systemName, id);
     const std::uint32_t healthStatus = orvi.GetDiskHealth(StripFirstColon(id)).healthStatus;
-    CmpiInstance drive;
-    MakeDiskDriveInstance(drive, kDriveClass, nameSpace.c_str(), kSystemClass, systemName.c_str(),
-                          kDriveClass, deviceId.c_str(), id.c_str(), HealthStateOf(healthStatus),
-                          OperationalStatusOf(healthStatus),
-                          ExactInterconnectType(disk.interfaceType), DiskTypeOf(disk.isSsd),
-                          disk.rpm);
-    rslt.returnData(drive);
+    DiskDriveFields drive;
+    drive.nameSpace = nameSpace;
+    drive.className = kDriveClass;
+    drive.keys = NasDeviceKeys(systemName, kDriveClass, deviceId);
+    drive.name = id;  // the identifier as parsed, not as the NAS spells it
+    drive.healthState = HealthStateOf(healthStatus);
+    drive.operationalStatus = OperationalStatusOf(healthStatus);
+    drive.interconnectType = ExactInterconnectType(disk.interfaceType);
+    drive.diskType = DiskTypeOf(disk.isSsd);
+    drive.rpm = disk.rpm;
+    rslt.returnData(MakeDiskDriveInstance(drive));
   }
 }
 
@@ -73,7 +77,7 @@ void AnswerDrivesOfExtent(CmpiResult& rslt, const CmpiObjectPath& source,
 // matches the one after "DISK" in the source's DeviceID. This direction looks
 // the NAS up through the utility namespace and asks for the health by the
 // identifier as it stands.
-void AnswerExtentsOfDrive(CmpiResult& rslt, const CmpiObjectPath& source,
+void ReturnExtentsOfDrive(CmpiResult& rslt, const CmpiObjectPath& source,
                           const std::string& nameSpace) {
   const std::string id = text::TextAfterLast(cmpi::GetString(source, "DeviceID"), "DISK");
   const std::string systemName = cmpi::GetString(source, "SystemName");
@@ -83,12 +87,10 @@ void AnswerExtentsOfDrive(CmpiResult& rslt, const CmpiObjectPath& source,
     if (!SameDisk(disk, id)) {
       continue;
     }
-    const std::string deviceId = ExtentDeviceId(systemName, id);
+    const DeviceKeys keys = NasDeviceKeys(systemName, kExtentClass, ExtentDeviceId(systemName, id));
     const std::uint32_t healthStatus = orvi.GetDiskHealth(id).healthStatus;
-    CmpiInstance extent;
-    MakeDiskExtentInstance(extent, nameSpace.c_str(), systemName.c_str(), deviceId.c_str(), disk,
-                           healthStatus);
-    rslt.returnData(extent);
+    rslt.returnData(
+        MakeStorageExtentInstance(DiskExtentFields(nameSpace, keys, disk, healthStatus)));
   }
 }
 
@@ -96,7 +98,7 @@ void AnswerExtentsOfDrive(CmpiResult& rslt, const CmpiObjectPath& source,
 
 ZEDA_MediaPresent::ZEDA_MediaPresent(const CmpiBroker& broker, const CmpiContext& ctx)
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
-  setClassName("ZEDA_MediaPresent");
+  setClassName(kClassName);
   install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());
   install(this, associationDelegates().Associators, std::make_unique<Associators>());
   install(this, associationDelegates().References, std::make_unique<References>());
@@ -109,12 +111,16 @@ CmpiStatus ZEDA_MediaPresent::EnumInstances::operator()(const CmpiContext& ctx, 
     const std::string id = visit.disk.id;
     const std::string driveId = DiskDeviceId(visit.systemName, id);
     const std::string extentId = ExtentDeviceId(visit.systemName, id);
-    const CmpiObjectPath drive = DevicePath(visit.nameSpace, kDriveClass, kSystemClass,
-                                            visit.systemName, kDriveClass, driveId);
-    const CmpiObjectPath extent = DevicePath(visit.nameSpace, kExtentClass, kSystemClass,
-                                             visit.systemName, kExtentClass, extentId);
-    rslt.returnData(AssociationInstance(visit.nameSpace, "ZEDA_MediaPresent", "Antecedent", drive,
-                                        "Dependent", extent));
+    AssociationFields association;
+    association.nameSpace = visit.nameSpace;
+    association.className = kClassName;
+    association.first = {"Antecedent",
+                         DevicePath(visit.nameSpace, kDriveClass,
+                                    NasDeviceKeys(visit.systemName, kDriveClass, driveId))};
+    association.second = {"Dependent",
+                          DevicePath(visit.nameSpace, kExtentClass,
+                                     NasDeviceKeys(visit.systemName, kExtentClass, extentId))};
+    rslt.returnData(MakeAssociationInstance(association));
   });
   return CmpiStatus(CMPI_RC_OK);
 }
@@ -126,10 +132,11 @@ CmpiStatus ZEDA_MediaPresent::Associators::operator()(
   const std::string nameSpace = NameSpaceOf(cop);
   const std::string sourceClass = cmpi::GetClassName(cop);
   if (sourceClass == kExtentClass) {
-    AnswerDrivesOfExtent(rslt, cop, nameSpace);
+    ReturnDrivesOfExtent(rslt, cop, nameSpace);
   } else if (sourceClass == kDriveClass) {
-    AnswerExtentsOfDrive(rslt, cop, nameSpace);
+    ReturnExtentsOfDrive(rslt, cop, nameSpace);
   } else {
+    // Exception: answered as 200 (CMPI_RC_ERROR).
     throw Exception("Unknown class name: " + sourceClass);
   }
   rslt.returnDone();
@@ -147,7 +154,7 @@ CmpiStatus ZEDA_MediaPresent::References::operator()(const CmpiContext& ctx, Cmp
   const AssociationEnd extent{"Dependent", kExtentClass, [](const std::string& nameSpace) {
                                 return PlaceholderDevicePath(nameSpace, kExtentClass);
                               }};
-  ReturnPlaceholderReference(rslt, cop, "ZEDA_MediaPresent", drive, extent);
+  ReturnPlaceholderReference(rslt, cop, kClassName, drive, extent);
   return CmpiStatus(CMPI_RC_OK);
 }
 

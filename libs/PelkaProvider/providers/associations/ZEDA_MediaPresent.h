@@ -5,11 +5,15 @@
 #define ZEDA_PELKA_ZEDA_MEDIAPRESENT_H
 
 #include "PelkaProvider.h"
+#include "providers/common/ClassNames.h"
 
 namespace zeda::pelka {
 
 class ZEDA_MediaPresent : public PelkaProvider {
  public:
+  // The CIM class this provider serves; every place it names itself uses this.
+  static constexpr const char* kClassName = className::kMediaPresent;
+
   ZEDA_MediaPresent(const CmpiBroker& broker, const CmpiContext& ctx);
 
   class EnumInstances : public InstanceMI::EnumInstancesDelegate {

@@ -7,8 +7,9 @@
 #include "inventory/Keys.h"
 #include "inventory/Library.h"
 #include "providers/common/CimValues.h"
-#include "providers/common/PlaceholderReference.h"
+#include "providers/common/ClassNames.h"
 #include "providers/common/InventoryWalk.h"
+#include "providers/common/PlaceholderReference.h"
 #include "providers/common/TextOps.h"
 #include "providers/elements/DiskDriveBuilder.h"
 #include "providers/elements/PackageBuilder.h"
@@ -17,9 +18,8 @@ namespace zeda::pelka {
 
 namespace {
 
-constexpr char kAssociationClass[] = "ZEDA_Realizes_Disk";
-constexpr char kDriveClass[] = "ZEDA_DiskDrive";
-constexpr char kPackageClass[] = "ZEDA_PhysicalPackage_Disk";
+constexpr const char* kDriveClass = className::kDiskDrive;
+constexpr const char* kPackageClass = className::kPhysicalPackageDisk;
 
 // ZEDA_PhysicalPackage_Disk path: CreationClassName, then Tag.
 CmpiObjectPath PackagePath(const std::string& nameSpace, const std::string& creationClassName,
@@ -34,7 +34,7 @@ CmpiObjectPath PackagePath(const std::string& nameSpace, const std::string& crea
 
 ZEDA_Realizes_Disk::ZEDA_Realizes_Disk(const CmpiBroker& broker, const CmpiContext& ctx)
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
-  setClassName(kAssociationClass);
+  setClassName(kClassName);
   install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());
   auto& associators =
       install(this, associationDelegates().Associators, std::make_unique<AssociatorsDelegate>());
@@ -50,11 +50,14 @@ CmpiStatus ZEDA_Realizes_Disk::EnumInstances::operator()(const CmpiContext& ctx,
   WalkInventory(rslt, cop, [&rslt](const DiskVisit& visit) {
     // The package's Tag and the drive's DeviceID are one and the same text.
     const std::string tag = DiskDeviceId(visit.systemName, visit.disk.id);
-    const CmpiObjectPath package = PackagePath(visit.nameSpace, kPackageClass, tag);
-    const CmpiObjectPath drive = DevicePath(visit.nameSpace, kDriveClass, "ZEDA_ComputerSystem",
-                                            visit.systemName, kDriveClass, tag);
-    rslt.returnData(AssociationInstance(visit.nameSpace, kAssociationClass, "Antecedent", package,
-                                        "Dependent", drive));
+    AssociationFields association;
+    association.nameSpace = visit.nameSpace;
+    association.className = kClassName;
+    association.first = {"Antecedent", PackagePath(visit.nameSpace, kPackageClass, tag)};
+    association.second = {"Dependent",
+                          DevicePath(visit.nameSpace, kDriveClass,
+                                     NasDeviceKeys(visit.systemName, kDriveClass, tag))};
+    rslt.returnData(MakeAssociationInstance(association));
   });
   return CmpiStatus(CMPI_RC_OK);
 }
@@ -69,12 +72,15 @@ CmpiStatus ZEDA_Realizes_Disk::AssociatorsHandler1::operator()(
   const std::string deviceId = cmpi::GetString(cop, "DeviceID");
   const std::string id = text::TextAfterLast(deviceId, "DISK");
   const zeda::orvi::OrviDiskIdentity identity = orvi.GetDiskIdentity(id);
-  const std::string manufacturer = ManufacturerFromProduct(identity.product, identity.model);
-  CmpiInstance package;
-  MakePhysicalPackageInstance(package, kPackageClass, nameSpace.c_str(), kPackageClass,
-                              deviceId.c_str(), manufacturer.c_str(), identity.model.c_str(),
-                              identity.serial.c_str());
-  rslt.returnData(package);
+  PhysicalPackageFields package;
+  package.nameSpace = nameSpace;
+  package.className = kPackageClass;
+  package.creationClassName = kPackageClass;
+  package.tag = deviceId;  // the drive's DeviceID as the client sent it
+  package.manufacturer = ManufacturerFromProduct(identity.product, identity.model);
+  package.model = identity.model;
+  package.serialNumber = identity.serial;
+  rslt.returnData(MakePhysicalPackageInstance(package));
   rslt.returnDone();
   return CmpiStatus(CMPI_RC_OK);
 }
@@ -83,10 +89,8 @@ CmpiStatus ZEDA_Realizes_Disk::AssociatorsHandler2::operator()(
     const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
     const std::string& assocClass, const std::string& resultClass, const std::string& role,
     const std::string& resultRole, const char** properties) {
-  const std::string nameSpace = NameSpaceOf(cop);
-  CmpiInstance drive;
-  MakeFixedDiskDriveInstance(drive, nameSpace.c_str());
-  rslt.returnData(drive);
+  rslt.returnData(
+      MakeDiskDriveInstance(PlaceholderDiskDriveFields(NameSpaceOf(cop), kDriveClass, "Name")));
   rslt.returnDone();
   return CmpiStatus(CMPI_RC_OK);
 }
@@ -103,7 +107,7 @@ CmpiStatus ZEDA_Realizes_Disk::References::operator()(const CmpiContext& ctx, Cm
   const AssociationEnd drive{"Dependent", kDriveClass, [](const std::string& nameSpace) {
                                return PlaceholderDevicePath(nameSpace, kDriveClass);
                              }};
-  ReturnPlaceholderReference(rslt, cop, kAssociationClass, package, drive);
+  ReturnPlaceholderReference(rslt, cop, kClassName, package, drive);
   return CmpiStatus(CMPI_RC_OK);
 }
 

@@ -8,11 +8,15 @@
 
 #include "AssociatorsDelegate.h"
 #include "PelkaProvider.h"
+#include "providers/common/ClassNames.h"
 
 namespace zeda::pelka {
 
 class ZEDA_Realizes_Disk : public PelkaProvider {
  public:
+  // The CIM class this provider serves; every place it names itself uses this.
+  static constexpr const char* kClassName = className::kRealizesDisk;
+
   ZEDA_Realizes_Disk(const CmpiBroker& broker, const CmpiContext& ctx);
 
   class EnumInstances : public InstanceMI::EnumInstancesDelegate {

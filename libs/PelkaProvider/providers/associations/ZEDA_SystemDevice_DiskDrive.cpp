@@ -4,20 +4,26 @@
 
 #include "inventory/Keys.h"
 #include "providers/associations/SystemDeviceAssociation.h"
+#include "providers/common/ClassNames.h"
 #include "providers/elements/DiskDriveBuilder.h"
 
 namespace zeda::pelka {
 
 namespace {
 
+CmpiInstance MakePlaceholderDrive(const std::string& nameSpace) {
+  return MakeDiskDriveInstance(
+      PlaceholderDiskDriveFields(nameSpace, className::kDiskDrive, "Name"));
+}
+
 constexpr SystemDeviceKind kDriveInSystem{
-    "ZEDA_SystemDevice_DiskDrive",
-    "ZEDA_DiskDrive",
+    ZEDA_SystemDevice_DiskDrive::kClassName,
+    className::kDiskDrive,
     DiskDeviceId,
-    "CIM_ComputerSystem",
+    className::kCimComputerSystem,
     false,  // the placeholder system is built, never returned
-    "CIM_DiskDrive",
-    MakeFixedDiskDriveInstance,
+    className::kCimDiskDrive,
+    MakePlaceholderDrive,
 };
 
 }  // namespace
@@ -25,7 +31,7 @@ constexpr SystemDeviceKind kDriveInSystem{
 ZEDA_SystemDevice_DiskDrive::ZEDA_SystemDevice_DiskDrive(const CmpiBroker& broker,
                                                          const CmpiContext& ctx)
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
-  setClassName("ZEDA_SystemDevice_DiskDrive");
+  setClassName(kClassName);
   install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());
   install(this, associationDelegates().Associators, std::make_unique<Associators>());
   install(this, associationDelegates().References, std::make_unique<References>());

@@ -4,11 +4,15 @@
 #define ZEDA_PELKA_ZEDA_SYSTEMDEVICE_DISKDRIVE_H
 
 #include "PelkaProvider.h"
+#include "providers/common/ClassNames.h"
 
 namespace zeda::pelka {
 
 class ZEDA_SystemDevice_DiskDrive : public PelkaProvider {
  public:
+  // The CIM class this provider serves; every place it names itself uses this.
+  static constexpr const char* kClassName = className::kSystemDeviceDiskDrive;
+
   ZEDA_SystemDevice_DiskDrive(const CmpiBroker& broker, const CmpiContext& ctx);
 
   class EnumInstances : public InstanceMI::EnumInstancesDelegate {

@@ -3,23 +3,28 @@
 #include <memory>
 
 #include "inventory/Keys.h"
-#include "providers/associations/PlaceholderInstances.h"
 #include "providers/associations/SystemDeviceAssociation.h"
+#include "providers/common/ClassNames.h"
+#include "providers/elements/StorageExtentBuilder.h"
 
 namespace zeda::pelka {
 
 namespace {
 
+CmpiInstance MakePlaceholderExtent(const std::string& nameSpace) {
+  return MakeStorageExtentInstance(PlaceholderStorageExtentFields(nameSpace));
+}
+
 // Clients of this class ask for the extent's system with the result class
-// "CIM_StoragePool"; that is the name answered, with a ZEDA_ComputerSystem.
+// CIM_StoragePool; that is the name answered, with a ZEDA_ComputerSystem.
 constexpr SystemDeviceKind kExtentInSystem{
-    "ZEDA_SystemDevice_StorageExtent_Disk",
-    "ZEDA_StorageExtent_Disk",
+    ZEDA_SystemDevice_StorageExtent_Disk::kClassName,
+    className::kStorageExtentDisk,
     ExtentDeviceId,
-    "CIM_StoragePool",
+    className::kCimStoragePool,
     true,
-    "CIM_StorageExtent",
-    MakePlaceholderStorageExtentInstance,
+    className::kCimStorageExtent,
+    MakePlaceholderExtent,
 };
 
 }  // namespace
@@ -27,7 +32,7 @@ constexpr SystemDeviceKind kExtentInSystem{
 ZEDA_SystemDevice_StorageExtent_Disk::ZEDA_SystemDevice_StorageExtent_Disk(const CmpiBroker& broker,
                                                                            const CmpiContext& ctx)
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
-  setClassName("ZEDA_SystemDevice_StorageExtent_Disk");
+  setClassName(kClassName);
   install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());
   install(this, associationDelegates().Associators, std::make_unique<Associators>());
   install(this, associationDelegates().References, std::make_unique<References>());

@@ -4,11 +4,15 @@
 #define ZEDA_PELKA_ZEDA_SYSTEMDEVICE_STORAGEEXTENT_DISK_H
 
 #include "PelkaProvider.h"
+#include "providers/common/ClassNames.h"
 
 namespace zeda::pelka {
 
 class ZEDA_SystemDevice_StorageExtent_Disk : public PelkaProvider {
  public:
+  // The CIM class this provider serves; every place it names itself uses this.
+  static constexpr const char* kClassName = className::kSystemDeviceStorageExtentDisk;
+
   ZEDA_SystemDevice_StorageExtent_Disk(const CmpiBroker& broker, const CmpiContext& ctx);
 
   class EnumInstances : public InstanceMI::EnumInstancesDelegate {
@@ -18,7 +22,7 @@ class ZEDA_SystemDevice_StorageExtent_Disk : public PelkaProvider {
   };
 
   // From an extent the placeholder system is answered (for the result class
-  // "CIM_StoragePool"); from a system the placeholder extent.
+  // CIM_StoragePool); from a system the placeholder extent.
   class Associators : public AssociationMI::AssociatorsDelegate {
    public:
     CmpiStatus operator()(const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,

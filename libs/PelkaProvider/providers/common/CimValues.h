@@ -17,28 +17,55 @@ std::string NameSpaceOf(const CmpiObjectPath& path);
 
 // One-element arrays.
 CmpiArray Uint16Array(CMPIUint16 value);
-CmpiArray StringArray(const char* value);
+CmpiArray StringArray(const std::string& value);
 
-// ZEDA_ComputerSystem path: CreationClassName "ZEDA_ComputerSystem", then Name.
+// ZEDA_ComputerSystem path: CreationClassName (the class name), then Name.
 CmpiObjectPath ComputerSystemPath(const std::string& nameSpace, const std::string& name);
 
-// A device path (ZEDA_DiskDrive, ZEDA_StorageExtent_Disk) with its four keys
-// in the order SystemCreationClassName, SystemName, CreationClassName, DeviceID.
-CmpiObjectPath DevicePath(const std::string& nameSpace, const char* className,
-                          const std::string& systemCreationClassName,
-                          const std::string& systemName,
-                          const std::string& creationClassName, const std::string& deviceId);
+// The four keys of a device (ZEDA_DiskDrive, ZEDA_StorageExtent_Disk), in the
+// order they are set on paths and instances.
+struct DeviceKeys {
+  std::string systemCreationClassName;
+  std::string systemName;
+  std::string creationClassName;
+  std::string deviceId;
+};
 
-// The same device path with the four fixed placeholder words
-// "ZEDA_SystemCreationClassName", "ZEDA_SystemName", "ZEDA_CreationClassName",
-// "ZEDA_DeviceID".
-CmpiObjectPath PlaceholderDevicePath(const std::string& nameSpace, const char* className);
+// Keys of a disk device of a NAS: SystemCreationClassName is the computer
+// system class, the other three are given in key order.
+DeviceKeys NasDeviceKeys(const std::string& systemName, const std::string& creationClassName,
+                         const std::string& deviceId);
 
-// An association instance on a path holding only namespace and class name,
-// with exactly its two references, set in the order given.
-CmpiInstance AssociationInstance(const std::string& nameSpace, const char* className,
-                                 const char* firstRole, const CmpiObjectPath& first,
-                                 const char* secondRole, const CmpiObjectPath& second);
+// The four fixed placeholder words "ZEDA_SystemCreationClassName",
+// "ZEDA_SystemName", "ZEDA_CreationClassName", "ZEDA_DeviceID".
+DeviceKeys PlaceholderDeviceKeys();
+
+// A device path of `className` with its four keys in DeviceKeys order.
+CmpiObjectPath DevicePath(const std::string& nameSpace, const std::string& className,
+                          const DeviceKeys& keys);
+
+// The same device path with the placeholder keys.
+CmpiObjectPath PlaceholderDevicePath(const std::string& nameSpace, const std::string& className);
+
+// One end of an association instance: the reference property and its path.
+struct AssociationRef {
+  std::string role;  // "GroupComponent", "PartComponent", "Antecedent", "Dependent"
+  CmpiObjectPath path;
+};
+
+// An association instance: its class and its two references, set in the
+// order first, second (GroupComponent before PartComponent, Antecedent
+// before Dependent).
+struct AssociationFields {
+  std::string nameSpace;
+  std::string className;
+  AssociationRef first;
+  AssociationRef second;
+};
+
+// An instance on a path holding only namespace and class name, with exactly
+// its two references.
+CmpiInstance MakeAssociationInstance(const AssociationFields& fields);
 
 }  // namespace zeda::pelka
 

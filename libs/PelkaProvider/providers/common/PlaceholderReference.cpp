@@ -7,7 +7,7 @@
 namespace zeda::pelka {
 
 void ReturnPlaceholderReference(CmpiResult& rslt, const CmpiObjectPath& source,
-                                const char* associationClass, const AssociationEnd& first,
+                                const std::string& associationClass, const AssociationEnd& first,
                                 const AssociationEnd& second) {
   const std::string nameSpace = NameSpaceOf(source);
   const std::string sourceClass = cmpi::GetClassName(source);
@@ -20,10 +20,15 @@ void ReturnPlaceholderReference(CmpiResult& rslt, const CmpiObjectPath& source,
     firstPath = first.placeholder(nameSpace);
     secondPath = source;
   } else {
+    // Exception: answered as 200 (CMPI_RC_ERROR).
     throw Exception("Unknown class name: " + sourceClass);
   }
-  rslt.returnData(AssociationInstance(nameSpace, associationClass, first.role, firstPath,
-                                      second.role, secondPath));
+  AssociationFields association;
+  association.nameSpace = nameSpace;
+  association.className = associationClass;
+  association.first = {first.role, firstPath};
+  association.second = {second.role, secondPath};
+  rslt.returnData(MakeAssociationInstance(association));
   rslt.returnDone();
 }
 

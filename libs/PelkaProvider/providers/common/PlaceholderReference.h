@@ -14,8 +14,8 @@ namespace zeda::pelka {
 
 // One end of an association as References sees it.
 struct AssociationEnd {
-  const char* role;       // reference property, e.g. "GroupComponent", "Antecedent"
-  const char* className;  // class of a source standing at this end (compared exactly)
+  std::string role;       // reference property, e.g. "GroupComponent", "Antecedent"
+  std::string className;  // class of a source standing at this end (compared exactly)
   // The path this end gets when the source stands at the other end.
   std::function<CmpiObjectPath(const std::string& nameSpace)> placeholder;
 };
@@ -24,9 +24,9 @@ struct AssociationEnd {
 // end's placeholder at the second; for a source of `second.className` the
 // other way round. One instance of `associationClass` (first role set before
 // second) goes to the result, then returnDone. Any other source class throws
-// Exception "Unknown class name: <class>".
+// Exception "Unknown class name: <class>" (answered as 200).
 void ReturnPlaceholderReference(CmpiResult& rslt, const CmpiObjectPath& source,
-                                const char* associationClass, const AssociationEnd& first,
+                                const std::string& associationClass, const AssociationEnd& first,
                                 const AssociationEnd& second);
 
 }  // namespace zeda::pelka

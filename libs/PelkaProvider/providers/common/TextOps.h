@@ -2,7 +2,8 @@
 // object managers this module was first deployed with report an out-of-range
 // position as "invalid string position" and a failed integer parse as
 // "invalid stoi argument" / "stoi argument out of range"; clients see these
-// texts as status messages, so they are reproduced here on every platform.
+// texts as status messages (code 200, like every standard exception), so they
+// are reproduced here on every platform.
 #ifndef ZEDA_PELKA_TEXTOPS_H
 #define ZEDA_PELKA_TEXTOPS_H
 

@@ -1,32 +1,42 @@
-// Instance builders of ZEDA_DiskDrive, shared by the disk drive provider and
+// Instance builder of ZEDA_DiskDrive, shared by the disk drive provider and
 // the associations that answer drive instances.
 #ifndef ZEDA_PELKA_DISKDRIVEBUILDER_H
 #define ZEDA_PELKA_DISKDRIVEBUILDER_H
 
+#include <string>
+
 #include <cmpi/CmpiInstance.h>
+
+#include "providers/common/CimValues.h"
 
 namespace zeda::pelka {
 
-// Creates a path holding only `nameSpace` and `className`, an instance on it
-// (assigned to `inst`), and sets the twelve drive properties in this order:
-// SystemCreationClassName, SystemName, CreationClassName, DeviceID, Name,
-// EnabledState (uint16 2), HealthState, OperationalStatus (uint16[1]),
-// InterconnectType, DiskType, RPM (uint32), Description ("ZEDA_DiskDrive").
-void MakeDiskDriveInstance(CmpiInstance& inst, const char* className, const char* nameSpace,
-                           const char* systemCreationClassName, const char* systemName,
-                           const char* creationClassName, const char* deviceId,
-                           const char* name, CMPIUint16 healthState,
-                           CMPIUint16 operationalStatus, CMPIUint16 interconnectType,
-                           CMPIUint16 diskType, CMPIUint32 rpm);
+// The values of a drive-shaped instance.
+struct DiskDriveFields {
+  std::string nameSpace;
+  std::string className;  // class of the instance path (a placeholder may carry another)
+  DeviceKeys keys;
+  std::string name;
+  CMPIUint16 healthState = 0;
+  CMPIUint16 operationalStatus = 0;  // the one element of OperationalStatus
+  CMPIUint16 interconnectType = 0;
+  CMPIUint16 diskType = 0;
+  CMPIUint32 rpm = 0;
+};
 
-// The drive-shaped placeholder: the four keys hold "ZEDA_" + their property
-// name, every number is 0; only the class, the namespace and Name are given.
-void MakePlaceholderDiskDriveInstance(CmpiInstance& inst, const char* className,
-                                      const char* nameSpace, const char* name);
+// An instance on a path holding only the namespace and the class name, with
+// the twelve drive properties in this order: SystemCreationClassName,
+// SystemName, CreationClassName, DeviceID, Name, EnabledState (uint16 2),
+// HealthState, OperationalStatus (uint16[1]), InterconnectType, DiskType,
+// RPM (uint32), Description (the drive class name, whatever the path's
+// class).
+CmpiInstance MakeDiskDriveInstance(const DiskDriveFields& fields);
 
-// The placeholder drive of class "ZEDA_DiskDrive" whose Name is the word
-// "Name" itself.
-void MakeFixedDiskDriveInstance(CmpiInstance& inst, const char* nameSpace);
+// The drive-shaped placeholder: the four keys hold their placeholder words,
+// every number is 0; only the namespace, the path's class and Name vary.
+DiskDriveFields PlaceholderDiskDriveFields(const std::string& nameSpace,
+                                           const std::string& className,
+                                           const std::string& name);
 
 }  // namespace zeda::pelka
 

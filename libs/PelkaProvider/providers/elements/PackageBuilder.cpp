@@ -11,16 +11,27 @@ std::string ManufacturerFromProduct(const std::string& product, const std::strin
   return product.substr(0, length);
 }
 
-void MakePhysicalPackageInstance(CmpiInstance& inst, const char* className, const char* nameSpace,
-                                 const char* creationClassName, const char* tag,
-                                 const char* manufacturer, const char* model,
-                                 const char* serialNumber) {
-  inst = CmpiInstance(CmpiObjectPath(nameSpace, className));
-  inst.setProperty("CreationClassName", CmpiData(creationClassName));
-  inst.setProperty("Tag", CmpiData(tag));
-  inst.setProperty("Manufacturer", CmpiData(manufacturer));
-  inst.setProperty("Model", CmpiData(model));
-  inst.setProperty("SerialNumber", CmpiData(serialNumber));
+CmpiInstance MakePhysicalPackageInstance(const PhysicalPackageFields& fields) {
+  CmpiInstance inst(CmpiObjectPath(fields.nameSpace.c_str(), fields.className.c_str()));
+  inst.setProperty("CreationClassName", CmpiData(fields.creationClassName));
+  inst.setProperty("Tag", CmpiData(fields.tag));
+  inst.setProperty("Manufacturer", CmpiData(fields.manufacturer));
+  inst.setProperty("Model", CmpiData(fields.model));
+  inst.setProperty("SerialNumber", CmpiData(fields.serialNumber));
+  return inst;
+}
+
+PhysicalPackageFields PlaceholderPhysicalPackageFields(const std::string& nameSpace,
+                                                       const std::string& className) {
+  PhysicalPackageFields fields;
+  fields.nameSpace = nameSpace;
+  fields.className = className;
+  fields.creationClassName = "ZEDA_CreationClassName";
+  fields.tag = "ZEDA_Tag";
+  fields.manufacturer = "ZEDA_Manufacturer";
+  fields.model = "ZEDA_Model";
+  fields.serialNumber = "ZEDA_SerialNumber";
+  return fields;
 }
 
 }  // namespace zeda::pelka

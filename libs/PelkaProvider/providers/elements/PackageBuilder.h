@@ -15,13 +15,25 @@ namespace zeda::pelka {
 // model that does not occur all give the whole product.
 std::string ManufacturerFromProduct(const std::string& product, const std::string& model);
 
-// Creates a path holding only `nameSpace` and `className`, an instance on it
-// (assigned to `inst`), and sets CreationClassName, Tag, Manufacturer, Model,
-// SerialNumber in this order.
-void MakePhysicalPackageInstance(CmpiInstance& inst, const char* className, const char* nameSpace,
-                                 const char* creationClassName, const char* tag,
-                                 const char* manufacturer, const char* model,
-                                 const char* serialNumber);
+// The values of a package instance.
+struct PhysicalPackageFields {
+  std::string nameSpace;
+  std::string className;  // class of the instance path
+  std::string creationClassName;
+  std::string tag;
+  std::string manufacturer;
+  std::string model;
+  std::string serialNumber;
+};
+
+// An instance on a path holding only the namespace and the class name, with
+// CreationClassName, Tag, Manufacturer, Model, SerialNumber in this order.
+CmpiInstance MakePhysicalPackageInstance(const PhysicalPackageFields& fields);
+
+// The placeholder package: every string property holds its placeholder word
+// ("ZEDA_CreationClassName", "ZEDA_Tag", ...).
+PhysicalPackageFields PlaceholderPhysicalPackageFields(const std::string& nameSpace,
+                                                       const std::string& className);
 
 }  // namespace zeda::pelka
 

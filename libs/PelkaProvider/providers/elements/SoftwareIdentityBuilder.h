@@ -2,15 +2,28 @@
 #ifndef ZEDA_PELKA_SOFTWAREIDENTITYBUILDER_H
 #define ZEDA_PELKA_SOFTWAREIDENTITYBUILDER_H
 
+#include <string>
+
 #include <cmpi/CmpiInstance.h>
 
 namespace zeda::pelka {
 
-// Creates a path holding only `nameSpace` and `className`, an instance on it
-// (assigned to `inst`), and sets InstanceID then VersionString.
-void MakeSoftwareIdentityInstance(CmpiInstance& inst, const char* className,
-                                  const char* nameSpace, const char* instanceId,
-                                  const char* versionString);
+// The values of a firmware identity instance.
+struct SoftwareIdentityFields {
+  std::string nameSpace;
+  std::string className;  // class of the instance path
+  std::string instanceId;
+  std::string versionString;
+};
+
+// An instance on a path holding only the namespace and the class name, with
+// InstanceID then VersionString.
+CmpiInstance MakeSoftwareIdentityInstance(const SoftwareIdentityFields& fields);
+
+// The placeholder identity: InstanceID "ZEDA_InstanceID", VersionString
+// "ZEDA_VersionString".
+SoftwareIdentityFields PlaceholderSoftwareIdentityFields(const std::string& nameSpace,
+                                                         const std::string& className);
 
 }  // namespace zeda::pelka
 

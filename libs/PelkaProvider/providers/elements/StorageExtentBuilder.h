@@ -1,43 +1,49 @@
-// Instance builders of ZEDA_StorageExtent_Disk, shared by the extent provider
-// and the associations that answer extent instances.
+// The one instance builder of ZEDA_StorageExtent_Disk, shared by the extent
+// provider, the associations that answer extent instances and the pool
+// walks, with the presets of its values.
 #ifndef ZEDA_PELKA_STORAGEEXTENTBUILDER_H
 #define ZEDA_PELKA_STORAGEEXTENTBUILDER_H
 
 #include <cstdint>
+#include <string>
 
 #include <cmpi/CmpiInstance.h>
 
 #include "inventory/Records.h"
+#include "providers/common/CimValues.h"
 
 namespace zeda::pelka {
 
-// The one shape of every extent instance the module answers: creates a path
-// holding only `nameSpace` and "ZEDA_StorageExtent_Disk", an instance on it
-// (assigned to `inst`), and sets in this order: SystemCreationClassName,
+// The values of an extent instance. Block counts are in 512-byte blocks.
+struct StorageExtentFields {
+  std::string nameSpace;
+  DeviceKeys keys;
+  CMPIUint16 extentStatus = 0;  // the one element of ExtentStatus
+  CMPIUint64 numberOfBlocks = 0;
+  CMPIUint64 consumableBlocks = 0;
+  CMPIUint16 healthState = 0;
+  CMPIUint16 operationalStatus = 0;  // the one element of OperationalStatus
+};
+
+// An instance on a path holding only the namespace and the class
+// ZEDA_StorageExtent_Disk, with in this order: SystemCreationClassName,
 // SystemName, CreationClassName, DeviceID, ExtentStatus (uint16[1]),
 // NumberOfBlocks, ConsumableBlocks, BlockSize (uint64 512), HealthState,
 // OperationalStatus (uint16[1]), ExtentDiscriminator (string[1]
-// "SNIA:Pool Component"). Block counts are in 512-byte blocks.
-void MakeExtentShapedInstance(CmpiInstance& inst, const char* nameSpace,
-                              const char* systemCreationClassName, const char* systemName,
-                              const char* creationClassName, const char* deviceId,
-                              CMPIUint16 extentStatus, CMPIUint64 numberOfBlocks,
-                              CMPIUint64 consumableBlocks, CMPIUint16 healthState,
-                              CMPIUint16 operationalStatus);
+// "SNIA:Pool Component").
+CmpiInstance MakeStorageExtentInstance(const StorageExtentFields& fields);
 
-// The extent of a disk element: SystemCreationClassName "ZEDA_ComputerSystem",
-// CreationClassName "ZEDA_StorageExtent_Disk".
-void MakeStorageExtentInstance(CmpiInstance& inst, const char* nameSpace, const char* systemName,
-                               const char* deviceId, CMPIUint16 extentStatus,
-                               CMPIUint64 numberOfBlocks, CMPIUint64 consumableBlocks,
-                               CMPIUint16 healthState, CMPIUint16 operationalStatus);
+// The extent of a disk record with its health reply: ExtentStatus from
+// isFree, both block counts from capacity, HealthState and
+// OperationalStatus from `healthStatus`.
+StorageExtentFields DiskExtentFields(const std::string& nameSpace, const DeviceKeys& keys,
+                                     const zeda::orvi::OrviDisk& disk,
+                                     std::uint32_t healthStatus);
 
-// MakeStorageExtentInstance with the values a disk record and its health
-// reply give: ExtentStatus from isFree, both block counts from capacity,
-// HealthState and OperationalStatus from healthStatus.
-void MakeDiskExtentInstance(CmpiInstance& inst, const char* nameSpace, const char* systemName,
-                            const char* deviceId, const zeda::orvi::OrviDisk& disk,
-                            std::uint32_t healthStatus);
+// The placeholder extent: the four placeholder keys, ExtentStatus {2},
+// NumberOfBlocks 1000, ConsumableBlocks 100, HealthState 5,
+// OperationalStatus {2}.
+StorageExtentFields PlaceholderStorageExtentFields(const std::string& nameSpace);
 
 }  // namespace zeda::pelka
 

@@ -6,6 +6,7 @@
 #include "inventory/Keys.h"
 #include "inventory/Library.h"
 #include "providers/common/CimValues.h"
+#include "providers/common/ClassNames.h"
 #include "providers/common/DiskProperties.h"
 #include "providers/common/Health.h"
 #include "providers/common/InventoryWalk.h"
@@ -32,7 +33,7 @@ CMPIUint16 InterconnectTypeOf(const std::string& interfaceType) {
 
 ZEDA_DiskDrive::ZEDA_DiskDrive(const CmpiBroker& broker, const CmpiContext& ctx)
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
-  setClassName("ZEDA_DiskDrive");
+  setClassName(kClassName);
   install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());
   install(this, instanceDelegates().GetInstance, std::make_unique<GetInstance>());
 }
@@ -49,13 +50,17 @@ CmpiStatus ZEDA_DiskDrive::EnumInstances::operator()(const CmpiContext& ctx, Cmp
     const auto operationalStatus =
         static_cast<CMPIUint16>(util::GetOperationalStatus(disk.status));
 
-    CmpiInstance inst;
-    MakeDiskDriveInstance(inst, "ZEDA_DiskDrive", visit.nameSpace.c_str(), "ZEDA_ComputerSystem",
-                          visit.systemName.c_str(), "ZEDA_DiskDrive", deviceId.c_str(),
-                          id.c_str(), healthState, operationalStatus,
-                          InterconnectTypeOf(disk.interfaceType), DiskTypeOf(disk.isSsd),
-                          CMPIUint32{disk.rpm});
-    rslt.returnData(inst);
+    DiskDriveFields drive;
+    drive.nameSpace = visit.nameSpace;
+    drive.className = kClassName;
+    drive.keys = NasDeviceKeys(visit.systemName, kClassName, deviceId);
+    drive.name = id;
+    drive.healthState = healthState;
+    drive.operationalStatus = operationalStatus;
+    drive.interconnectType = InterconnectTypeOf(disk.interfaceType);
+    drive.diskType = DiskTypeOf(disk.isSsd);
+    drive.rpm = disk.rpm;
+    rslt.returnData(MakeDiskDriveInstance(drive));
   });
   return CmpiStatus(CMPI_RC_OK);
 }
@@ -64,11 +69,8 @@ CmpiStatus ZEDA_DiskDrive::GetInstance::operator()(const CmpiContext& ctx, CmpiR
                                                    const CmpiObjectPath& cop,
                                                    const char** properties) {
   // The requested keys are not read: every request gets the placeholder.
-  const std::string nameSpace = NameSpaceOf(cop);
-  CmpiInstance inst;
-  MakePlaceholderDiskDriveInstance(inst, owner()->className().c_str(), nameSpace.c_str(),
-                                   "ZEDA_Name");
-  rslt.returnData(inst);
+  rslt.returnData(
+      MakeDiskDriveInstance(PlaceholderDiskDriveFields(NameSpaceOf(cop), kClassName, "ZEDA_Name")));
   rslt.returnDone();
   return CmpiStatus(CMPI_RC_OK);
 }

@@ -3,11 +3,15 @@
 #define ZEDA_PELKA_ZEDA_DISKDRIVE_H
 
 #include "PelkaProvider.h"
+#include "providers/common/ClassNames.h"
 
 namespace zeda::pelka {
 
 class ZEDA_DiskDrive : public PelkaProvider {
  public:
+  // The CIM class this provider serves; every place it names itself uses this.
+  static constexpr const char* kClassName = className::kDiskDrive;
+
   ZEDA_DiskDrive(const CmpiBroker& broker, const CmpiContext& ctx);
 
   // Every disk of every NAS, from the live inventory.

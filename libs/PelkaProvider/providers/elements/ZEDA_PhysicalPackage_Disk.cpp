@@ -13,7 +13,7 @@ namespace zeda::pelka {
 ZEDA_PhysicalPackage_Disk::ZEDA_PhysicalPackage_Disk(const CmpiBroker& broker,
                                                      const CmpiContext& ctx)
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
-  setClassName("ZEDA_PhysicalPackage_Disk");
+  setClassName(kClassName);
   install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());
   install(this, instanceDelegates().GetInstance, std::make_unique<GetInstance>());
 }
@@ -27,13 +27,16 @@ CmpiStatus ZEDA_PhysicalPackage_Disk::EnumInstances::operator()(const CmpiContex
     const std::string tag = PackageTag(visit.systemName, id);
     // The identity query takes the identifier verbatim, colon kept.
     const zeda::orvi::OrviDiskIdentity identity = visit.orvi.GetDiskIdentity(id);
-    const std::string manufacturer = ManufacturerFromProduct(identity.product, identity.model);
 
-    CmpiInstance inst;
-    MakePhysicalPackageInstance(inst, "ZEDA_PhysicalPackage_Disk", visit.nameSpace.c_str(),
-                                "ZEDA_PhysicalPackage_Disk", tag.c_str(), manufacturer.c_str(),
-                                identity.model.c_str(), identity.serial.c_str());
-    rslt.returnData(inst);
+    PhysicalPackageFields package;
+    package.nameSpace = visit.nameSpace;
+    package.className = kClassName;
+    package.creationClassName = kClassName;
+    package.tag = tag;
+    package.manufacturer = ManufacturerFromProduct(identity.product, identity.model);
+    package.model = identity.model;
+    package.serialNumber = identity.serial;
+    rslt.returnData(MakePhysicalPackageInstance(package));
   });
   return CmpiStatus(CMPI_RC_OK);
 }
@@ -43,12 +46,8 @@ CmpiStatus ZEDA_PhysicalPackage_Disk::GetInstance::operator()(const CmpiContext&
                                                               const CmpiObjectPath& cop,
                                                               const char** properties) {
   // The requested keys are not read: every request gets the placeholder.
-  const std::string nameSpace = NameSpaceOf(cop);
-  CmpiInstance inst;
-  MakePhysicalPackageInstance(inst, owner()->className().c_str(), nameSpace.c_str(),
-                              "ZEDA_CreationClassName", "ZEDA_Tag", "ZEDA_Manufacturer",
-                              "ZEDA_Model", "ZEDA_SerialNumber");
-  rslt.returnData(inst);
+  rslt.returnData(
+      MakePhysicalPackageInstance(PlaceholderPhysicalPackageFields(NameSpaceOf(cop), kClassName)));
   rslt.returnDone();
   return CmpiStatus(CMPI_RC_OK);
 }

@@ -3,11 +3,15 @@
 #define ZEDA_PELKA_ZEDA_PHYSICALPACKAGE_DISK_H
 
 #include "PelkaProvider.h"
+#include "providers/common/ClassNames.h"
 
 namespace zeda::pelka {
 
 class ZEDA_PhysicalPackage_Disk : public PelkaProvider {
  public:
+  // The CIM class this provider serves; every place it names itself uses this.
+  static constexpr const char* kClassName = className::kPhysicalPackageDisk;
+
   ZEDA_PhysicalPackage_Disk(const CmpiBroker& broker, const CmpiContext& ctx);
 
   // Every disk's package of every NAS, from the live inventory and the NAS's identity query.

@@ -13,7 +13,7 @@ namespace zeda::pelka {
 ZEDA_SoftwareIdentity_Disk::ZEDA_SoftwareIdentity_Disk(const CmpiBroker& broker,
                                                        const CmpiContext& ctx)
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
-  setClassName("ZEDA_SoftwareIdentity_Disk");
+  setClassName(kClassName);
   install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());
   install(this, instanceDelegates().GetInstance, std::make_unique<GetInstance>());
 }
@@ -27,11 +27,12 @@ CmpiStatus ZEDA_SoftwareIdentity_Disk::EnumInstances::operator()(const CmpiConte
   WalkInventory(
       rslt, cop,
       [&rslt](const DiskVisit& visit) {
-        const std::string instanceId = SoftwareInstanceId(visit.nas.name, visit.disk.id);
-        CmpiInstance inst;
-        MakeSoftwareIdentityInstance(inst, "ZEDA_SoftwareIdentity_Disk", visit.nameSpace.c_str(),
-                                     instanceId.c_str(), visit.disk.firmwareVersion.c_str());
-        rslt.returnData(inst);
+        SoftwareIdentityFields software;
+        software.nameSpace = visit.nameSpace;
+        software.className = kClassName;
+        software.instanceId = SoftwareInstanceId(visit.nas.name, visit.disk.id);
+        software.versionString = visit.disk.firmwareVersion;
+        rslt.returnData(MakeSoftwareIdentityInstance(software));
       },
       SystemNameUse::Skip);
   return CmpiStatus(CMPI_RC_OK);
@@ -43,10 +44,8 @@ CmpiStatus ZEDA_SoftwareIdentity_Disk::GetInstance::operator()(const CmpiContext
                                                                const char** properties) {
   // The requested key is not read: every request gets the placeholder.
   const std::string nameSpace = NameSpaceOf(cop);
-  CmpiInstance inst;
-  MakeSoftwareIdentityInstance(inst, owner()->className().c_str(), nameSpace.c_str(),
-                               "ZEDA_InstanceID", "ZEDA_VersionString");
-  rslt.returnData(inst);
+  rslt.returnData(
+      MakeSoftwareIdentityInstance(PlaceholderSoftwareIdentityFields(nameSpace, kClassName)));
   rslt.returnDone();
   return CmpiStatus(CMPI_RC_OK);
 }

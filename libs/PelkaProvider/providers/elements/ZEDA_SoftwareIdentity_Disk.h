@@ -3,11 +3,15 @@
 #define ZEDA_PELKA_ZEDA_SOFTWAREIDENTITY_DISK_H
 
 #include "PelkaProvider.h"
+#include "providers/common/ClassNames.h"
 
 namespace zeda::pelka {
 
 class ZEDA_SoftwareIdentity_Disk : public PelkaProvider {
  public:
+  // The CIM class this provider serves; every place it names itself uses this.
+  static constexpr const char* kClassName = className::kSoftwareIdentityDisk;
+
   ZEDA_SoftwareIdentity_Disk(const CmpiBroker& broker, const CmpiContext& ctx);
 
   // One firmware identity per disk of every NAS (disks sharing a version still get one each).

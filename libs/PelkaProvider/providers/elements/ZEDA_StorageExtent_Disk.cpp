@@ -15,13 +15,12 @@ namespace zeda::pelka {
 
 namespace {
 
+// Returns the extent of `disk` on the NAS of `systemName`.
 void ReturnExtent(CmpiResult& rslt, const std::string& nameSpace, const std::string& systemName,
-                  const std::string& deviceId, const zeda::orvi::OrviDisk& disk,
-                  std::uint32_t healthStatus) {
-  CmpiInstance inst;
-  MakeDiskExtentInstance(inst, nameSpace.c_str(), systemName.c_str(), deviceId.c_str(), disk,
-                         healthStatus);
-  rslt.returnData(inst);
+                  const zeda::orvi::OrviDisk& disk, std::uint32_t healthStatus) {
+  const DeviceKeys keys = NasDeviceKeys(systemName, ZEDA_StorageExtent_Disk::kClassName,
+                                        ExtentDeviceId(systemName, disk.id));
+  rslt.returnData(MakeStorageExtentInstance(DiskExtentFields(nameSpace, keys, disk, healthStatus)));
 }
 
 }  // namespace
@@ -29,7 +28,7 @@ void ReturnExtent(CmpiResult& rslt, const std::string& nameSpace, const std::str
 ZEDA_StorageExtent_Disk::ZEDA_StorageExtent_Disk(const CmpiBroker& broker,
                                                  const CmpiContext& ctx)
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
-  setClassName("ZEDA_StorageExtent_Disk");
+  setClassName(kClassName);
   install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());
   install(this, instanceDelegates().GetInstance, std::make_unique<GetInstance>());
 }
@@ -46,8 +45,7 @@ CmpiStatus ZEDA_StorageExtent_Disk::EnumInstances::operator()(const CmpiContext&
     const zeda::orvi::OrviDiskHealth firstReply = visit.orvi.GetDiskHealth(healthKey);
     const zeda::orvi::OrviDiskHealth health = visit.orvi.GetDiskHealth(healthKey);
     static_cast<void>(firstReply);
-    ReturnExtent(rslt, visit.nameSpace, visit.systemName, ExtentDeviceId(visit.systemName, id),
-                 visit.disk, health.healthStatus);
+    ReturnExtent(rslt, visit.nameSpace, visit.systemName, visit.disk, health.healthStatus);
   });
   return CmpiStatus(CMPI_RC_OK);
 }
@@ -70,8 +68,7 @@ CmpiStatus ZEDA_StorageExtent_Disk::GetInstance::operator()(const CmpiContext& c
   for (const zeda::orvi::OrviDisk& disk : diskList.disks) {
     if (disk.id == id) {
       const zeda::orvi::OrviDiskHealth health = orvi.GetDiskHealth(StripFirstColon(id));
-      ReturnExtent(rslt, nameSpace, systemName, ExtentDeviceId(systemName, id), disk,
-                   health.healthStatus);
+      ReturnExtent(rslt, nameSpace, systemName, disk, health.healthStatus);
       break;
     }
   }

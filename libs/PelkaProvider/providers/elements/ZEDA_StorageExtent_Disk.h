@@ -4,11 +4,15 @@
 #define ZEDA_PELKA_ZEDA_STORAGEEXTENT_DISK_H
 
 #include "PelkaProvider.h"
+#include "providers/common/ClassNames.h"
 
 namespace zeda::pelka {
 
 class ZEDA_StorageExtent_Disk : public PelkaProvider {
  public:
+  // The CIM class this provider serves; every place it names itself uses this.
+  static constexpr const char* kClassName = className::kStorageExtentDisk;
+
   ZEDA_StorageExtent_Disk(const CmpiBroker& broker, const CmpiContext& ctx);
 
   // Every disk's extent of every NAS, from the live inventory.

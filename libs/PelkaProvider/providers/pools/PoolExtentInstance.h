@@ -1,5 +1,5 @@
-// Instance builder of the ZEDA_StorageExtent_Disk instances that the pool
-// associations answer for a pool.
+// The ZEDA_StorageExtent_Disk instances that the pool associations answer for
+// a pool: built with MakeStorageExtentInstance, keyed as below.
 #ifndef ZEDA_PELKA_POOLEXTENTINSTANCE_H
 #define ZEDA_PELKA_POOLEXTENTINSTANCE_H
 
@@ -7,16 +7,18 @@
 
 #include <cmpi/CmpiInstance.h>
 
+#include "providers/common/CimValues.h"
+
 namespace zeda::pelka {
 
-// An instance on a path holding only `nameSpace` and
-// "ZEDA_StorageExtent_Disk", with, in this order: SystemCreationClassName
-// (the word "ZEDA_SystemCreationClassName", not the computer-system class
-// name; clients of the pool associations see it so), SystemName,
-// CreationClassName ("ZEDA_StorageExtent_Disk"), DeviceID, ExtentStatus
-// (uint16[1]), NumberOfBlocks and ConsumableBlocks (both `blocks`, 512-byte
-// blocks), BlockSize (uint64 512), HealthState, OperationalStatus
-// (uint16[1]), ExtentDiscriminator (string[1] "SNIA:Pool Component").
+// Keys of an extent answered for a pool: SystemCreationClassName is the word
+// "ZEDA_SystemCreationClassName", not the computer-system class name (clients
+// of the pool associations see it so), CreationClassName the extent class.
+DeviceKeys PoolExtentKeys(const std::string& systemName, const std::string& deviceId);
+
+// MakeStorageExtentInstance with PoolExtentKeys and `blocks` as both
+// NumberOfBlocks and ConsumableBlocks, in positional form for the
+// pool-to-extent walk (PoolToExtents.cpp) until it fills StorageExtentFields.
 CmpiInstance MakeExtentInstance(const std::string& nameSpace, const std::string& systemName,
                                 const std::string& deviceId, CMPIUint16 extentStatus,
                                 CMPIUint64 blocks, CMPIUint16 healthState,

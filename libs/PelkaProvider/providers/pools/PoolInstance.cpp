@@ -5,26 +5,40 @@
 
 namespace zeda::pelka {
 
+CmpiInstance MakePoolInstance(const PoolFields& fields) {
+  constexpr CMPIUint16 kOk = 2;  // OperationalStatus "OK"
+  CmpiInstance instance(CmpiObjectPath(fields.nameSpace.c_str(), kStoragePoolClass));
+  if (fields.propertyFilter != nullptr) {
+    // Properties the filter keeps whatever the request names.
+    const char* keys[] = {"InstanceID", "PoolID", "Primordial", "TotalManagedSpace",
+                          "RemainingManagedSpace", nullptr};
+    instance.setPropertyFilter(fields.propertyFilter, keys);
+  }
+  instance.setProperty("Usage", CmpiData(fields.usage));
+  instance.setProperty("InstanceID", CmpiData(fields.instanceId));
+  instance.setProperty("Primordial", CmpiBooleanData(true));
+  instance.setProperty("ElementName", CmpiData(fields.elementName));
+  instance.setProperty("PoolID", CmpiData(fields.poolId));
+  instance.setProperty("TotalManagedSpace", CmpiData(fields.totalManagedSpace));
+  instance.setProperty("RemainingManagedSpace", CmpiData(fields.remainingManagedSpace));
+  instance.setProperty("OperationalStatus", CmpiData(Uint16Array(kOk)));
+  return instance;
+}
+
 CmpiInstance MakePoolInstance(const std::string& nameSpace, const char** properties,
                               const std::string& instanceId, const char* elementName,
                               const char* poolId, CMPIUint64 totalManagedSpace,
                               CMPIUint64 remainingManagedSpace, CMPIUint16 usage) {
-  CmpiInstance instance(CmpiObjectPath(nameSpace.c_str(), kStoragePoolClass));
-  if (properties != nullptr) {
-    // Properties the filter keeps whatever the request names.
-    const char* keys[] = {"InstanceID", "PoolID", "Primordial", "TotalManagedSpace",
-                          "RemainingManagedSpace", nullptr};
-    instance.setPropertyFilter(properties, keys);
-  }
-  instance.setProperty("Usage", CmpiData(usage));
-  instance.setProperty("InstanceID", CmpiData(instanceId));
-  instance.setProperty("Primordial", CmpiBooleanData(true));
-  instance.setProperty("ElementName", CmpiData(elementName));
-  instance.setProperty("PoolID", CmpiData(poolId));
-  instance.setProperty("TotalManagedSpace", CmpiData(totalManagedSpace));
-  instance.setProperty("RemainingManagedSpace", CmpiData(remainingManagedSpace));
-  instance.setProperty("OperationalStatus", CmpiData(Uint16Array(2)));
-  return instance;
+  PoolFields fields;
+  fields.nameSpace = nameSpace;
+  fields.propertyFilter = properties;
+  fields.instanceId = instanceId;
+  fields.elementName = elementName;
+  fields.poolId = poolId;
+  fields.totalManagedSpace = totalManagedSpace;
+  fields.remainingManagedSpace = remainingManagedSpace;
+  fields.usage = usage;
+  return MakePoolInstance(fields);
 }
 
 }  // namespace zeda::pelka

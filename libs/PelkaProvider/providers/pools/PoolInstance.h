@@ -8,13 +8,29 @@
 
 namespace zeda::pelka {
 
-// An instance on a path holding only `nameSpace` and the pool class name.
-// When `properties` is not null it becomes the instance's property filter,
-// with the key list "InstanceID", "PoolID", "Primordial",
+// The values of a pool instance. Spaces are in bytes.
+struct PoolFields {
+  std::string nameSpace;
+  const char** propertyFilter = nullptr;  // the request's property list; null: no filter
+  std::string instanceId;
+  std::string elementName;
+  std::string poolId;
+  CMPIUint64 totalManagedSpace = 0;
+  CMPIUint64 remainingManagedSpace = 0;
+  CMPIUint16 usage = 0;
+};
+
+// An instance on a path holding only the namespace and the pool class name.
+// When `propertyFilter` is not null it becomes the instance's property
+// filter, with the key list "InstanceID", "PoolID", "Primordial",
 // "TotalManagedSpace", "RemainingManagedSpace". Then, in this order: Usage
 // (uint16), InstanceID, Primordial (boolean true), ElementName, PoolID,
-// TotalManagedSpace and RemainingManagedSpace (uint64, bytes),
-// OperationalStatus (uint16[1] {2}).
+// TotalManagedSpace and RemainingManagedSpace (uint64), OperationalStatus
+// (uint16[1] {2}).
+CmpiInstance MakePoolInstance(const PoolFields& fields);
+
+// The same builder with positional arguments, for the extent-to-pool walk
+// (ExtentToPool.cpp) until it fills a PoolFields.
 CmpiInstance MakePoolInstance(const std::string& nameSpace, const char** properties,
                               const std::string& instanceId, const char* elementName,
                               const char* poolId, CMPIUint64 totalManagedSpace,

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "providers/common/CimValues.h"
+#include "providers/common/ClassNames.h"
 #include "providers/common/PlaceholderReference.h"
 #include "providers/pools/PoolTable.h"
 
@@ -10,12 +11,12 @@ namespace zeda::pelka {
 
 namespace {
 
-constexpr char kExtentClass[] = "ZEDA_StorageExtent_Disk";
+constexpr const char* kExtentClass = className::kStorageExtentDisk;
 
 }  // namespace
 
-void ReturnPlaceholderReference(CmpiResult& rslt, const CmpiObjectPath& source,
-                                const char* associationClass) {
+void ReturnPoolPlaceholderReference(CmpiResult& rslt, const CmpiObjectPath& source,
+                                    const std::string& associationClass) {
   const AssociationEnd pool{"GroupComponent", kStoragePoolClass, [](const std::string& nameSpace) {
                               CmpiObjectPath path(nameSpace.c_str(), kStoragePoolClass);
                               path.setKey("InstanceID", CmpiData("InstanceID_SPP"));

@@ -7,11 +7,13 @@
 #include <cstdint>
 #include <string>
 
+#include "providers/common/ClassNames.h"
+
 namespace zeda::pelka {
 
 // CIM class of the pools; no provider of this module serves it, the pool
 // associations build its paths and instances themselves.
-inline constexpr char kStoragePoolClass[] = "ZEDA_StoragePool_Primordial";
+inline constexpr const char* kStoragePoolClass = className::kStoragePoolPrimordial;
 
 struct PoolKind {
   int number;                    // 1 free, 2 data, 3 spare, 4 cache

@@ -12,8 +12,7 @@ namespace zeda::pelka {
 
 namespace {
 
-constexpr char kClassName[] = "ZEDA_AssociatedComponentExtent_Primordial";
-constexpr char kExtentClass[] = "ZEDA_StorageExtent_Disk";
+constexpr const char* kExtentClass = className::kStorageExtentDisk;
 
 }  // namespace
 
@@ -48,7 +47,7 @@ CmpiStatus ZEDA_AssociatedComponentExtent_Primordial::AssociatorsHandler2::opera
 CmpiStatus ZEDA_AssociatedComponentExtent_Primordial::References::operator()(
     const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
     const std::string& resultClass, const std::string& role, const char** properties) {
-  ReturnPlaceholderReference(rslt, cop, kClassName);
+  ReturnPoolPlaceholderReference(rslt, cop, kClassName);
   return CmpiStatus(CMPI_RC_OK);
 }
 

@@ -7,11 +7,15 @@
 
 #include "AssociatorsDelegate.h"
 #include "PelkaProvider.h"
+#include "providers/common/ClassNames.h"
 
 namespace zeda::pelka {
 
 class ZEDA_AssociatedComponentExtent_Primordial : public PelkaProvider {
  public:
+  // The CIM class this provider serves; every place it names itself uses this.
+  static constexpr const char* kClassName = className::kAssociatedComponentExtentPrimordial;
+
   ZEDA_AssociatedComponentExtent_Primordial(const CmpiBroker& broker, const CmpiContext& ctx);
 
   // Source is a disk extent: the pool (1 to 4) is built but not answered,

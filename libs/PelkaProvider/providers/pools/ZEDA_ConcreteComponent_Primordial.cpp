@@ -16,8 +16,7 @@ namespace zeda::pelka {
 
 namespace {
 
-constexpr char kClassName[] = "ZEDA_ConcreteComponent_Primordial";
-constexpr char kExtentClass[] = "ZEDA_StorageExtent_Disk";
+constexpr const char* kExtentClass = className::kStorageExtentDisk;
 
 }  // namespace
 
@@ -44,11 +43,14 @@ CmpiStatus ZEDA_ConcreteComponent_Primordial::EnumInstances::operator()(
     }
     CmpiObjectPath poolPath(visit.nameSpace.c_str(), kStoragePoolClass);
     poolPath.setKey("InstanceID", CmpiData(PoolInstanceId(visit.systemName, *pool)));
-    const CmpiObjectPath extentPath =
-        DevicePath(visit.nameSpace, kExtentClass, "ZEDA_ComputerSystem", visit.systemName,
-                   kExtentClass, ExtentDeviceId(visit.systemName, visit.disk.id));
-    rslt.returnData(AssociationInstance(visit.nameSpace, kClassName, "GroupComponent", poolPath,
-                                        "PartComponent", extentPath));
+    const DeviceKeys extentKeys = NasDeviceKeys(visit.systemName, kExtentClass,
+                                                ExtentDeviceId(visit.systemName, visit.disk.id));
+    AssociationFields association;
+    association.nameSpace = visit.nameSpace;
+    association.className = kClassName;
+    association.first = {"GroupComponent", poolPath};
+    association.second = {"PartComponent", DevicePath(visit.nameSpace, kExtentClass, extentKeys)};
+    rslt.returnData(MakeAssociationInstance(association));
   });
   return CmpiStatus(CMPI_RC_OK);
 }
@@ -72,7 +74,7 @@ CmpiStatus ZEDA_ConcreteComponent_Primordial::AssociatorsHandler2::operator()(
 CmpiStatus ZEDA_ConcreteComponent_Primordial::References::operator()(
     const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
     const std::string& resultClass, const std::string& role, const char** properties) {
-  ReturnPlaceholderReference(rslt, cop, kClassName);
+  ReturnPoolPlaceholderReference(rslt, cop, kClassName);
   return CmpiStatus(CMPI_RC_OK);
 }
 

@@ -7,11 +7,15 @@
 
 #include "AssociatorsDelegate.h"
 #include "PelkaProvider.h"
+#include "providers/common/ClassNames.h"
 
 namespace zeda::pelka {
 
 class ZEDA_ConcreteComponent_Primordial : public PelkaProvider {
  public:
+  // The CIM class this provider serves; every place it names itself uses this.
+  static constexpr const char* kClassName = className::kConcreteComponentPrimordial;
+
   ZEDA_ConcreteComponent_Primordial(const CmpiBroker& broker, const CmpiContext& ctx);
 
   // One association per disk of every NAS: free disks with pool 1, disks
