@@ -13,7 +13,7 @@
 
 namespace zeda::pelka {
 
-void AnswerExtentPool(CmpiResult& rslt, const CmpiObjectPath& extentPath,
+void ReturnExtentPool(CmpiResult& rslt, const CmpiObjectPath& extentPath,
                       const char** properties, ExtentPoolRule rule) {
   const std::string nameSpace = NameSpaceOf(extentPath);
   const std::string systemName = cmpi::GetString(extentPath, "SystemName");
@@ -29,9 +29,16 @@ void AnswerExtentPool(CmpiResult& rslt, const CmpiObjectPath& extentPath,
   // The totals read nothing but the disk list: a refused request skips them.
   const PoolTotals totals = ComputePoolTotals(diskList);
   const CMPIUint64 total = totals[static_cast<std::size_t>(pool->number - 1)];
-  const CmpiInstance instance = MakePoolInstance(
-      nameSpace, properties, PoolInstanceId(systemName, *pool), pool->elementName, pool->poolId,
-      total, RemainingManagedSpace(*pool, total), pool->usage);
+  PoolFields fields;
+  fields.nameSpace = nameSpace;
+  fields.propertyFilter = properties;
+  fields.instanceId = PoolInstanceId(systemName, *pool);
+  fields.elementName = pool->elementName;
+  fields.poolId = pool->poolId;
+  fields.totalManagedSpace = total;
+  fields.remainingManagedSpace = RemainingManagedSpace(*pool, total);
+  fields.usage = pool->usage;
+  const CmpiInstance instance = MakePoolInstance(fields);
   if (rule.deliver) {
     rslt.returnData(instance);
   }

@@ -22,7 +22,7 @@ struct ExtentPoolRule {
 // rule.deliver, returned; then returnDone. Any other pool, including 0 for
 // an unknown disk or an empty disk list, throws Exception
 // "Incorrect association class".
-void AnswerExtentPool(CmpiResult& rslt, const CmpiObjectPath& extentPath,
+void ReturnExtentPool(CmpiResult& rslt, const CmpiObjectPath& extentPath,
                       const char** properties, ExtentPoolRule rule);
 
 }  // namespace zeda::pelka

@@ -1,7 +1,6 @@
 #include "providers/pools/PoolExtentInstance.h"
 
 #include "providers/common/ClassNames.h"
-#include "providers/elements/StorageExtentBuilder.h"
 
 namespace zeda::pelka {
 
@@ -12,21 +11,6 @@ DeviceKeys PoolExtentKeys(const std::string& systemName, const std::string& devi
   keys.creationClassName = className::kStorageExtentDisk;
   keys.deviceId = deviceId;
   return keys;
-}
-
-CmpiInstance MakeExtentInstance(const std::string& nameSpace, const std::string& systemName,
-                                const std::string& deviceId, CMPIUint16 extentStatus,
-                                CMPIUint64 blocks, CMPIUint16 healthState,
-                                CMPIUint16 operationalStatus) {
-  StorageExtentFields fields;
-  fields.nameSpace = nameSpace;
-  fields.keys = PoolExtentKeys(systemName, deviceId);
-  fields.extentStatus = extentStatus;
-  fields.numberOfBlocks = blocks;
-  fields.consumableBlocks = blocks;
-  fields.healthState = healthState;
-  fields.operationalStatus = operationalStatus;
-  return MakeStorageExtentInstance(fields);
 }
 
 }  // namespace zeda::pelka

@@ -16,14 +16,6 @@ namespace zeda::pelka {
 // of the pool associations see it so), CreationClassName the extent class.
 DeviceKeys PoolExtentKeys(const std::string& systemName, const std::string& deviceId);
 
-// MakeStorageExtentInstance with PoolExtentKeys and `blocks` as both
-// NumberOfBlocks and ConsumableBlocks, in positional form for the
-// pool-to-extent walk (PoolToExtents.cpp) until it fills StorageExtentFields.
-CmpiInstance MakeExtentInstance(const std::string& nameSpace, const std::string& systemName,
-                                const std::string& deviceId, CMPIUint16 extentStatus,
-                                CMPIUint64 blocks, CMPIUint16 healthState,
-                                CMPIUint16 operationalStatus);
-
 }  // namespace zeda::pelka
 
 #endif

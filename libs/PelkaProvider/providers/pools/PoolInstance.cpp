@@ -25,20 +25,4 @@ CmpiInstance MakePoolInstance(const PoolFields& fields) {
   return instance;
 }
 
-CmpiInstance MakePoolInstance(const std::string& nameSpace, const char** properties,
-                              const std::string& instanceId, const char* elementName,
-                              const char* poolId, CMPIUint64 totalManagedSpace,
-                              CMPIUint64 remainingManagedSpace, CMPIUint16 usage) {
-  PoolFields fields;
-  fields.nameSpace = nameSpace;
-  fields.propertyFilter = properties;
-  fields.instanceId = instanceId;
-  fields.elementName = elementName;
-  fields.poolId = poolId;
-  fields.totalManagedSpace = totalManagedSpace;
-  fields.remainingManagedSpace = remainingManagedSpace;
-  fields.usage = usage;
-  return MakePoolInstance(fields);
-}
-
 }  // namespace zeda::pelka

@@ -29,13 +29,6 @@ struct PoolFields {
 // (uint16[1] {2}).
 CmpiInstance MakePoolInstance(const PoolFields& fields);
 
-// The same builder with positional arguments, for the extent-to-pool walk
-// (ExtentToPool.cpp) until it fills a PoolFields.
-CmpiInstance MakePoolInstance(const std::string& nameSpace, const char** properties,
-                              const std::string& instanceId, const char* elementName,
-                              const char* poolId, CMPIUint64 totalManagedSpace,
-                              CMPIUint64 remainingManagedSpace, CMPIUint16 usage);
-
 }  // namespace zeda::pelka
 
 #endif

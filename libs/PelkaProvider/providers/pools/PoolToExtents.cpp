@@ -9,6 +9,7 @@
 #include "providers/common/CimValues.h"
 #include "providers/common/DiskProperties.h"
 #include "providers/common/Health.h"
+#include "providers/elements/StorageExtentBuilder.h"
 #include "providers/pools/PoolExtentInstance.h"
 #include "providers/pools/PoolInstanceId.h"
 #include "providers/pools/PoolRules.h"
@@ -34,16 +35,16 @@ void ReturnPoolExtents(CmpiResult& rslt, const CmpiObjectPath& poolPath,
   const std::vector<std::size_t> membership = PoolMembershipCounts(diskList, pool.poolNumber);
   for (std::size_t d = 0; d < diskList.disks.size(); ++d) {
     const zeda::orvi::OrviDisk& disk = diskList.disks[d];
-    const CMPIUint64 blocks = BlocksOf(disk.capacity);
     const std::uint32_t healthStatus = orvi.GetDiskHealth(StripFirstColon(disk.id)).healthStatus;
     const std::size_t returns = membership[d];
     if (returns == 0) {
       continue;
     }
-    const CmpiInstance extent = MakeExtentInstance(
-        nameSpace, pool.systemName, ExtentDeviceId(pool.systemName, disk.id),
-        PoolExtentStatus(disk, extentStatusRule), blocks, HealthStateOf(healthStatus),
-        OperationalStatusOf(healthStatus));
+    const DeviceKeys keys =
+        PoolExtentKeys(pool.systemName, ExtentDeviceId(pool.systemName, disk.id));
+    StorageExtentFields fields = DiskExtentFields(nameSpace, keys, disk, healthStatus);
+    fields.extentStatus = PoolExtentStatus(disk, extentStatusRule);
+    const CmpiInstance extent = MakeStorageExtentInstance(fields);
     for (std::size_t i = 0; i < returns; ++i) {
       rslt.returnData(extent);
     }

@@ -18,7 +18,7 @@ enum class ExtentStatusRule {
 // (see ParsePoolInstanceId; a malformed InstanceID fails before any NAS
 // look-up). Looks the NAS up, reads its disk list and, for every disk in
 // order, asks GetDiskHealth with its health key (also for disks it does not
-// return), then returns the disk's extent (MakeExtentInstance, in the
+// return), then returns the disk's extent (MakeStorageExtentInstance with PoolExtentKeys, in the
 // namespace of `poolPath`, system name from the InstanceID) as many times
 // as PoolMembershipCounts says. Ends with returnDone.
 void ReturnPoolExtents(CmpiResult& rslt, const CmpiObjectPath& poolPath,

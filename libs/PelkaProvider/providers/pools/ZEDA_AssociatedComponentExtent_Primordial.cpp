@@ -32,7 +32,7 @@ CmpiStatus ZEDA_AssociatedComponentExtent_Primordial::AssociatorsHandler1::opera
     const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
     const std::string& assocClass, const std::string& resultClass, const std::string& role,
     const std::string& resultRole, const char** properties) {
-  AnswerExtentPool(rslt, cop, properties, ExtentPoolRule{4, false});
+  ReturnExtentPool(rslt, cop, properties, ExtentPoolRule{4, false});
   return CmpiStatus(CMPI_RC_OK);
 }
 

@@ -59,7 +59,7 @@ CmpiStatus ZEDA_ConcreteComponent_Primordial::AssociatorsHandler1::operator()(
     const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
     const std::string& assocClass, const std::string& resultClass, const std::string& role,
     const std::string& resultRole, const char** properties) {
-  AnswerExtentPool(rslt, cop, properties, ExtentPoolRule{2, true});
+  ReturnExtentPool(rslt, cop, properties, ExtentPoolRule{2, true});
   return CmpiStatus(CMPI_RC_OK);
 }
 
