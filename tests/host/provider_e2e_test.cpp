@@ -5,15 +5,16 @@
 
 #include "host_fixture.hpp"
 
+namespace zeda::test {
+
 using namespace zeda::host;
-using namespace zeda::host::test_support;
 
 namespace {
 
 class ProviderE2E : public ::testing::Test {
  protected:
   Host host{testProvider()};
-  const ObjectPath classPath{"root/cimv2", kTestClass};
+  const ObjectPath classPath{kNamespace, kTestClass};
 };
 
 TEST_F(ProviderE2E, EnumerateInstancesAllPropertiesInSetOrder) {
@@ -243,3 +244,4 @@ TEST(ProviderBrokerInfo, SfcbLikeBroker) {
 }
 
 }  // namespace
+}  // namespace zeda::test

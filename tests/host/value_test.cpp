@@ -6,6 +6,8 @@
 #include "zeda/host/object_path.hpp"
 #include "zeda/host/value.hpp"
 
+namespace zeda::test {
+
 using namespace zeda::host;
 
 TEST(Value, TypeCodesAreThoseOfTheCmpiStandard) {
@@ -87,7 +89,7 @@ TEST(ObjectPath, KeysKeepTheirOrderAndAddKeyReplacesInPlace) {
 }
 
 TEST(Instance, PropertiesInFirstSetOrder) {
-  Instance i(ObjectPath("root/cimv2", "ZEDA_X"));
+  Instance i(ObjectPath(kNamespace, "ZEDA_X"));
   i.set("Z", Value::uint16(1)).set("A", Value::string("a")).set("z", Value::uint16(2));
   EXPECT_EQ(i.names(), (std::vector<std::string>{"Z", "A"}));
   EXPECT_EQ(i.property("Z").u(), 2u);
@@ -99,3 +101,5 @@ TEST(Instance, PropertiesInFirstSetOrder) {
     EXPECT_STREQ(e.what(), "instance of ZEDA_X has no property Missing");
   }
 }
+
+}  // namespace zeda::test
