@@ -2,6 +2,7 @@
 // properties.
 #include <gtest/gtest.h>
 
+#include "Names.h"
 #include "zeda/host/instance.hpp"
 #include "zeda/host/object_path.hpp"
 #include "zeda/host/value.hpp"

@@ -15,7 +15,6 @@
 namespace zeda::test {
 namespace {
 
-using namespace zeda::pelka;
 
 namespace fs = std::filesystem;
 
