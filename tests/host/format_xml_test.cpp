@@ -50,7 +50,7 @@ TEST(FormatXml, EveryType) {
 }
 
 TEST(FormatXml, ObjectPathWithTypedKeys) {
-  const ObjectPath p("root/cimv2", "ZEDA_A",
+  const ObjectPath p(kNamespace, "ZEDA_A",
                      {{"N", Value::uint16(3)}, {"B", Value::boolean(false)}, {"S", Value::string("x")}});
   EXPECT_EQ(objectPathToXml(p),
             "<VALUE.OBJECTPATH><INSTANCEPATH><NAMESPACEPATH><HOST>localhost</HOST><LOCALNAMESPACEPATH>"

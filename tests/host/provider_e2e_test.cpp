@@ -129,7 +129,7 @@ TEST_F(ProviderE2E, InvokeMethodEchoesArguments) {
 }
 
 TEST_F(ProviderE2E, IndicationOperationsReceiveFilterClassAndPath) {
-  const ObjectPath cp("root/cimv2", "ZEDA_Alert");
+  const ObjectPath cp(kNamespace, "ZEDA_Alert");
   const std::string q = "SELECT * FROM ZEDA_Alert";
   EXPECT_EQ(host.authorizeFilter(kTestProvider, q, "ZEDA_Alert", cp, "admin").status.message,
             "authorize ZEDA_Alert ZEDA_Alert admin " + q);

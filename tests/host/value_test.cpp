@@ -43,7 +43,7 @@ TEST(Value, AccessorsReturnWhatWasStored) {
   EXPECT_EQ(Value::dateTime("20240229123456.789012+000").dateTimeText(), "20240229123456.789012+000");
   EXPECT_EQ(Value::uint16s({1, 2, 3}).uints(), (std::vector<std::uint64_t>{1, 2, 3}));
   EXPECT_EQ(Value::strings({"a", "b"}).strings(), (std::vector<std::string>{"a", "b"}));
-  const ObjectPath p("root/cimv2", "ZEDA_X", {{"K", Value::string("v")}});
+  const ObjectPath p(kNamespace, "ZEDA_X", {{"K", Value::string("v")}});
   EXPECT_EQ(Value::reference(p).ref(), p);
 }
 
@@ -79,7 +79,7 @@ TEST(Value, EqualityIsDeep) {
 }
 
 TEST(ObjectPath, KeysKeepTheirOrderAndAddKeyReplacesInPlace) {
-  ObjectPath p("root/cimv2", "ZEDA_X");
+  ObjectPath p(kNamespace, "ZEDA_X");
   p.addKey("B", "1").addKey("A", Value::uint16(2)).addKey("b", "3");
   ASSERT_EQ(p.keyNames(), (std::vector<std::string>{"B", "A"}));
   EXPECT_EQ(p.key("B").str(), "3");

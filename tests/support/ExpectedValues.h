@@ -11,8 +11,11 @@ namespace zeda::test {
 inline constexpr std::uint16_t kHealthOk = 5;
 inline constexpr std::uint16_t kHealthUnknown = 0;
 
-// OperationalStatus: 2 "OK".
+// OperationalStatus: 0 "Unknown", 2 "OK", 3 "Degraded", 10 "Stopped".
+inline constexpr std::uint16_t kOperationalStatusUnknown = 0;
 inline constexpr std::uint16_t kOperationalStatusOk = 2;
+inline constexpr std::uint16_t kOperationalStatusDegraded = 3;
+inline constexpr std::uint16_t kOperationalStatusStopped = 10;
 
 // EnabledState: 2 "Enabled".
 inline constexpr std::uint16_t kEnabledStateEnabled = 2;

@@ -3,6 +3,7 @@
 
 #include "CmpiCpp.h"
 #include "FakeBroker.h"
+#include "Names.h"
 
 namespace zeda::test {
 namespace {
@@ -28,7 +29,7 @@ CmpiStatus thrownBy(F call) {
 }  // namespace
 
 TEST_F(BrokerTest, GetInstanceAnswersOrThrowsTheObjectManagersStatus) {
-  CmpiObjectPath path("root/cimv2", "ZEDA_DiskDrive");
+  CmpiObjectPath path(kNamespace, "ZEDA_DiskDrive");
   const CmpiStatus missing = thrownBy([&] { broker.getInstance(ctx, path, nullptr); });
   EXPECT_EQ(missing.rc(), CMPI_RC_ERR_NOT_FOUND);
   EXPECT_STREQ(missing.msg(), "no such instance");
@@ -40,7 +41,7 @@ TEST_F(BrokerTest, GetInstanceAnswersOrThrowsTheObjectManagersStatus) {
 }
 
 TEST_F(BrokerTest, EnumerationsAndFailingModify) {
-  const CmpiObjectPath path("root/cimv2", "C");
+  const CmpiObjectPath path(kNamespace, "C");
   CmpiEnumeration names = broker.enumInstanceNames(ctx, path);
   int count = 0;
   while (names.hasNext()) {
@@ -62,7 +63,7 @@ TEST_F(BrokerTest, EnumerationsAndFailingModify) {
 }
 
 TEST_F(BrokerTest, UpCallsTheObjectManagerLacksAreNotSupported) {
-  const CmpiObjectPath path("root/cimv2", "C");
+  const CmpiObjectPath path(kNamespace, "C");
   const CmpiInstance inst(path);
   CmpiArgs out = CmpiArgs::create();
   const auto rcOf = [](auto call) { return thrownBy(call).rc(); };
@@ -81,7 +82,7 @@ TEST_F(BrokerTest, UpCallsTheObjectManagerLacksAreNotSupported) {
   EXPECT_EQ(rcOf([&] { broker.setProperty(ctx, path, "p", CmpiData(CMPIUint16{1})); }),
             CMPI_RC_ERR_NOT_SUPPORTED);
   EXPECT_EQ(rcOf([&] { broker.getProperty(ctx, path, "p"); }), CMPI_RC_ERR_NOT_SUPPORTED);
-  EXPECT_EQ(rcOf([&] { broker.deliverIndication(ctx, "root/cimv2", inst); }),
+  EXPECT_EQ(rcOf([&] { broker.deliverIndication(ctx, kNamespace, inst); }),
             CMPI_RC_ERR_NOT_SUPPORTED);
   EXPECT_EQ(rcOf([&] { broker.prepareAttachThread(ctx); }), CMPI_RC_ERR_NOT_SUPPORTED);
   EXPECT_EQ(rcOf([&] { broker.attachThread(ctx); }), CMPI_RC_ERR_NOT_SUPPORTED);
@@ -92,7 +93,7 @@ TEST_F(BrokerTest, UpCallsTheObjectManagerLacksAreNotSupported) {
 }
 
 TEST_F(BrokerTest, EncapsulatedServices) {
-  CmpiObjectPath path("root/cimv2", "ZEDA_DiskDrive");
+  CmpiObjectPath path(kNamespace, "ZEDA_DiskDrive");
   path.setKey("DeviceID", "d1");
   EXPECT_TRUE(broker.classPathIsA(path, "zeda_diskdrive"));
   EXPECT_FALSE(broker.classPathIsA(path, "ZEDA_StorageExtent_Disk"));
@@ -122,7 +123,7 @@ TEST_F(BrokerTest, LoggingReportsItsStatusInsteadOfThrowing) {
 
 TEST_F(BrokerTest, NullBrokerThrowsInvalidHandle) {
   const CmpiBroker none;
-  const CmpiObjectPath path("root/cimv2", "C");
+  const CmpiObjectPath path(kNamespace, "C");
   EXPECT_EQ(thrownBy([&] { none.getInstance(ctx, path, nullptr); }).rc(),
             CMPI_RC_ERR_INVALID_HANDLE);
   EXPECT_EQ(thrownBy([&] { none.classPathIsA(path, "C"); }).rc(), CMPI_RC_ERR_INVALID_HANDLE);
@@ -135,7 +136,7 @@ TEST_F(BrokerTest, DoesNotDependOnVersionsOrMemoryTable) {
   mb.bft.brokerVersion = 0;
   mb.eft.ftVersion = 0;
   mb.enc_.mft = nullptr;
-  CmpiObjectPath path("root/cimv2", "C");
+  CmpiObjectPath path(kNamespace, "C");
   path.setKey("K", "v");
   EXPECT_EQ(broker.getInstance(ctx, path, nullptr).getPropertyCount(), 0u);
   EXPECT_STREQ(CmpiString("still").charPtr(), "still");

@@ -5,6 +5,7 @@
 
 #include "CmpiCpp.h"
 #include "FakeBroker.h"
+#include "Names.h"
 
 namespace zeda::test {
 namespace {
@@ -180,7 +181,7 @@ TEST_F(DataTest, BooleansComeFromCmpiBooleanData) {
 }
 
 TEST_F(DataTest, ObjectPathIsAReference) {
-  const CmpiObjectPath path("root/cimv2", "ZEDA_DiskDrive");
+  const CmpiObjectPath path(kNamespace, "ZEDA_DiskDrive");
   const CmpiData d(path);
   EXPECT_EQ(d.getType(), CMPI_ref);
   const CmpiObjectPath back = d;
@@ -190,7 +191,7 @@ TEST_F(DataTest, ObjectPathIsAReference) {
 }
 
 TEST_F(DataTest, EncapsulatedValuesRoundTrip) {
-  const CmpiObjectPath path("root/cimv2", "C");
+  const CmpiObjectPath path(kNamespace, "C");
   const CmpiInstance inst(path);
   const CmpiData di(inst);
   EXPECT_EQ(di.getType(), CMPI_instance);

@@ -5,6 +5,7 @@
 #include "CmpiCpp.h"
 #include "DriverHarness.h"
 #include "FakeBroker.h"
+#include "Names.h"
 
 namespace zeda::test {
 namespace {
@@ -21,8 +22,8 @@ class DriversTest : public ::testing::Test {
     call.ctx = &mb.context()->enc;
     result = mb.result();
     call.rslt = &result->enc;
-    call.cop = &mb.path("root/cimv2", "C")->enc;
-    call.inst = &mb.instance(mb.path("root/cimv2", "C"))->enc;
+    call.cop = &mb.path(kNamespace, "C")->enc;
+    call.inst = &mb.instance(mb.path(kNamespace, "C"))->enc;
     call.filter = &mb.selectExp("SELECT * FROM C")->enc;
     call.in = &mb.args()->enc;
     outArgs = mb.args();
@@ -211,7 +212,7 @@ TEST_F(DriversTest, ValueConstructorsWorkInsideACall) {
   ASSERT_EQ(result->data.size(), 1u);
   const fake::Instance* made = fake::of<fake::Instance>(result->data[0].value.inst);
   EXPECT_EQ(made->path->className, "ZEDA_DiskDrive");
-  EXPECT_EQ(made->path->nameSpace, "root/cimv2");
+  EXPECT_EQ(made->path->nameSpace, kNamespace);
   ASSERT_EQ(made->properties.size(), 1u);
   EXPECT_EQ(fake::Broker::text(made->properties[0].second.value.string), "disk");
 }

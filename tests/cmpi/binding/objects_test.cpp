@@ -4,6 +4,7 @@
 
 #include "CmpiCpp.h"
 #include "FakeBroker.h"
+#include "Names.h"
 
 namespace zeda::test {
 namespace {
@@ -29,8 +30,8 @@ std::string messageOf(const CmpiStatus& s) { return s.hasMessage() ? s.msg() : "
 }  // namespace
 
 TEST_F(ObjectsTest, ObjectPathPartsAndOrderedKeys) {
-  CmpiObjectPath path("root/cimv2", "ZEDA_DiskDrive");
-  EXPECT_STREQ(path.getNameSpace().charPtr(), "root/cimv2");
+  CmpiObjectPath path(kNamespace, "ZEDA_DiskDrive");
+  EXPECT_STREQ(path.getNameSpace().charPtr(), kNamespace);
   EXPECT_STREQ(path.getClassName().charPtr(), "ZEDA_DiskDrive");
   path.setHostname("nas1");
   EXPECT_STREQ(path.getHostname().charPtr(), "nas1");
@@ -55,7 +56,7 @@ TEST_F(ObjectsTest, ObjectPathPartsAndOrderedKeys) {
 }
 
 TEST_F(ObjectsTest, MissingKeyThrowsTheObjectManagersStatus) {
-  const CmpiObjectPath path("root/cimv2", "C");
+  const CmpiObjectPath path(kNamespace, "C");
   const CmpiStatus s = thrownBy([&] { path.getKey("Tag"); });
   EXPECT_EQ(s.rc(), CMPI_RC_ERR_NOT_FOUND);
   EXPECT_EQ(messageOf(s), "no entry Tag");
@@ -92,7 +93,7 @@ TEST_F(ObjectsTest, ObjectWithoutFunctionTableIsAnInvalidHandle) {
 }
 
 TEST_F(ObjectsTest, EmptyTableEntriesAreNotSupported) {
-  CmpiObjectPath path("root/cimv2", "C");
+  CmpiObjectPath path(kNamespace, "C");
   mb.pathFT.getHostname = nullptr;
   mb.pathFT.addKey = nullptr;
   const CmpiStatus get = thrownBy([&] { path.getHostname(); });
@@ -101,14 +102,14 @@ TEST_F(ObjectsTest, EmptyTableEntriesAreNotSupported) {
   EXPECT_EQ(thrownBy([&] { path.setKey("K", CmpiData(CMPIUint32{1})); }).rc(),
             CMPI_RC_ERR_NOT_SUPPORTED);
   mb.eft.newObjectPath = nullptr;
-  EXPECT_EQ(thrownBy([] { CmpiObjectPath p("root/cimv2", "C"); }).rc(),
+  EXPECT_EQ(thrownBy([] { CmpiObjectPath p(kNamespace, "C"); }).rc(),
             CMPI_RC_ERR_NOT_SUPPORTED);
   mb.enc_.eft = nullptr;
   EXPECT_EQ(thrownBy([] { CmpiString s("x"); }).rc(), CMPI_RC_ERR_INVALID_HANDLE);
 }
 
 TEST_F(ObjectsTest, InstanceProperties) {
-  CmpiObjectPath path("root/cimv2", "ZEDA_DiskDrive");
+  CmpiObjectPath path(kNamespace, "ZEDA_DiskDrive");
   path.setKey("DeviceID", "d1");
   CmpiInstance inst(path);
   inst.setProperty("Name", "disk one");
@@ -124,13 +125,13 @@ TEST_F(ObjectsTest, InstanceProperties) {
   EXPECT_STREQ(own.getClassName().charPtr(), "ZEDA_DiskDrive");
   EXPECT_EQ(own.getKey("DeviceID").getString(), "d1");
 
-  const CmpiObjectPath other("root/cimv2", "Other");
+  const CmpiObjectPath other(kNamespace, "Other");
   inst.setObjectPath(other);
   EXPECT_EQ(inst.getObjectPath().getEnc(), other.getEnc());
 }
 
 TEST_F(ObjectsTest, InstancePropertyFilterIsPassedOn) {
-  const CmpiObjectPath path("root/cimv2", "C");
+  const CmpiObjectPath path(kNamespace, "C");
   CmpiInstance inst(path);
   const char* properties[] = {"Name", nullptr};
   const char* keys[] = {"DeviceID", nullptr};
@@ -200,7 +201,7 @@ TEST_F(ObjectsTest, ContextEntries) {
 TEST_F(ObjectsTest, ResultReceivesDataInstancesPathsAndDone) {
   fake::Result* r = mb.result();
   CmpiResult result(&r->enc);
-  const CmpiObjectPath path("root/cimv2", "C");
+  const CmpiObjectPath path(kNamespace, "C");
   const CmpiInstance inst(path);
   result.returnData(CmpiData(CMPIUint16{9}));
   result.returnData(inst);
@@ -244,7 +245,7 @@ TEST_F(ObjectsTest, SelectExpression) {
   fake::SelectExp* s = mb.selectExp("SELECT * FROM CIM_InstModification");
   const CmpiSelectExp se(&s->enc);
   EXPECT_STREQ(se.getString().charPtr(), "SELECT * FROM CIM_InstModification");
-  const CmpiInstance inst(CmpiObjectPath("root/cimv2", "C"));
+  const CmpiInstance inst(CmpiObjectPath(kNamespace, "C"));
   EXPECT_TRUE(se.evaluate(inst));
   s->matches = false;
   EXPECT_FALSE(se.evaluate(inst));

@@ -6,6 +6,7 @@
 
 #include "CmpiCpp.h"
 #include "FakeBroker.h"
+#include "Names.h"
 
 namespace zeda::test {
 
@@ -132,7 +133,7 @@ TEST(CmpiBrokerScopeTest, ValueConstructorsNeedACurrentBroker) {
   expectNoBroker([] { CmpiString s("x"); });
   expectNoBroker([] { CmpiData d("x"); });
   expectNoBroker([] { CmpiData d(std::string("x")); });
-  expectNoBroker([] { CmpiObjectPath p("root/cimv2", "C"); });
+  expectNoBroker([] { CmpiObjectPath p(kNamespace, "C"); });
   expectNoBroker([] { CmpiArray a(2, CMPI_uint16); });
   expectNoBroker([] { CmpiArgs::create(); });
   expectNoBroker([] { CmpiDateTime::now(); });

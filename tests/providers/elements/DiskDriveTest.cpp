@@ -63,8 +63,8 @@ TEST(DiskDriveEnumerate, EveryPropertyInOrderWithItsTypeAndValue) {
   EXPECT_EQ(drive.property("DeviceID"), Value::string("ZEDA:nas1:DISK0:3"));
   EXPECT_EQ(drive.property("Name"), Value::string("0:3"));
   EXPECT_EQ(drive.property("EnabledState"), Value::uint16(2));
-  EXPECT_EQ(drive.property("HealthState"), Value::uint16(5));
-  EXPECT_EQ(drive.property("OperationalStatus"), Value::uint16s({2}));
+  EXPECT_EQ(drive.property("HealthState"), Value::uint16(kHealthOk));
+  EXPECT_EQ(drive.property("OperationalStatus"), Value::uint16s({kOperationalStatusOk}));
   EXPECT_EQ(drive.property("InterconnectType"), Value::uint16(4));
   EXPECT_EQ(drive.property("DiskType"), Value::uint16(2));
   EXPECT_EQ(drive.property("RPM"), Value::uint32(5400));
@@ -108,23 +108,23 @@ TEST(DiskDriveEnumerate, NonzeroHealthStatusGivesHealthState0AndNoError) {
   nlohmann::json disk = DiskJson("0:1");
   disk["health"]["status"] = 7;
   const Instance drive = EnumerateOne(disk);
-  EXPECT_EQ(drive.property("HealthState"), Value::uint16(0));
+  EXPECT_EQ(drive.property("HealthState"), Value::uint16(kHealthUnknown));
 }
 
 TEST(DiskDriveEnumerate, OperationalStatusComesFromTheDiskStateNotFromHealth) {
   nlohmann::json degraded = DiskJson("0:1");
   degraded["status"] = "degraded";  // healthy by the health query
-  EXPECT_EQ(EnumerateOne(degraded).property("OperationalStatus"), Value::uint16s({3}));
+  EXPECT_EQ(EnumerateOne(degraded).property("OperationalStatus"), Value::uint16s({kOperationalStatusDegraded}));
 
   nlohmann::json unhealthy = DiskJson("0:2");
   unhealthy["health"]["status"] = 1;  // state still ok
   const Instance drive = EnumerateOne(unhealthy);
-  EXPECT_EQ(drive.property("OperationalStatus"), Value::uint16s({2}));
-  EXPECT_EQ(drive.property("HealthState"), Value::uint16(0));
+  EXPECT_EQ(drive.property("OperationalStatus"), Value::uint16s({kOperationalStatusOk}));
+  EXPECT_EQ(drive.property("HealthState"), Value::uint16(kHealthUnknown));
 
   nlohmann::json stopped = DiskJson("0:3");
   stopped["status"] = "stopped";
-  EXPECT_EQ(EnumerateOne(stopped).property("OperationalStatus"), Value::uint16s({10}));
+  EXPECT_EQ(EnumerateOne(stopped).property("OperationalStatus"), Value::uint16s({kOperationalStatusStopped}));
 }
 
 TEST(DiskDriveEnumerate, EveryDiskOfEveryNasInOrderWithOneHealthQueryEach) {
@@ -197,8 +197,8 @@ TEST(DiskDriveGetInstance, AnyPathGetsThePlaceholderWithoutAskingTheNas) {
     EXPECT_EQ(drive.property("DeviceID"), Value::string("ZEDA_DeviceID"));
     EXPECT_EQ(drive.property("Name"), Value::string("ZEDA_Name"));
     EXPECT_EQ(drive.property("EnabledState"), Value::uint16(2));
-    EXPECT_EQ(drive.property("HealthState"), Value::uint16(0));
-    EXPECT_EQ(drive.property("OperationalStatus"), Value::uint16s({0}));
+    EXPECT_EQ(drive.property("HealthState"), Value::uint16(kHealthUnknown));
+    EXPECT_EQ(drive.property("OperationalStatus"), Value::uint16s({kOperationalStatusUnknown}));
     EXPECT_EQ(drive.property("InterconnectType"), Value::uint16(0));
     EXPECT_EQ(drive.property("DiskType"), Value::uint16(0));
     EXPECT_EQ(drive.property("RPM"), Value::uint32(0));

@@ -59,8 +59,8 @@ TEST(StorageExtentEnumerate, EveryPropertyInOrderWithItsTypeAndValue) {
   EXPECT_EQ(extent.property("NumberOfBlocks"), Value::uint64(7814037168ULL));
   EXPECT_EQ(extent.property("ConsumableBlocks"), Value::uint64(7814037168ULL));
   EXPECT_EQ(extent.property("BlockSize"), Value::uint64(512));
-  EXPECT_EQ(extent.property("HealthState"), Value::uint16(5));
-  EXPECT_EQ(extent.property("OperationalStatus"), Value::uint16s({2}));
+  EXPECT_EQ(extent.property("HealthState"), Value::uint16(kHealthOk));
+  EXPECT_EQ(extent.property("OperationalStatus"), Value::uint16s({kOperationalStatusOk}));
   EXPECT_EQ(extent.property("ExtentDiscriminator"), Value::strings({"SNIA:Pool Component"}));
 }
 
@@ -87,14 +87,14 @@ TEST(StorageExtentEnumerate, HealthAndOperationalStatusComeFromTheHealthReplyAlo
   nlohmann::json unhealthy = DiskJson("0:1");
   unhealthy["health"]["status"] = 3;  // the disk state stays ok
   const Instance sick = EnumerateOne(unhealthy);
-  EXPECT_EQ(sick.property("HealthState"), Value::uint16(0));
-  EXPECT_EQ(sick.property("OperationalStatus"), Value::uint16s({0}));
+  EXPECT_EQ(sick.property("HealthState"), Value::uint16(kHealthUnknown));
+  EXPECT_EQ(sick.property("OperationalStatus"), Value::uint16s({kOperationalStatusUnknown}));
 
   nlohmann::json degraded = DiskJson("0:2");
   degraded["status"] = "degraded";  // healthy by the health query
   const Instance fine = EnumerateOne(degraded);
-  EXPECT_EQ(fine.property("HealthState"), Value::uint16(5));
-  EXPECT_EQ(fine.property("OperationalStatus"), Value::uint16s({2}));
+  EXPECT_EQ(fine.property("HealthState"), Value::uint16(kHealthOk));
+  EXPECT_EQ(fine.property("OperationalStatus"), Value::uint16s({kOperationalStatusOk}));
 }
 
 TEST(StorageExtentEnumerate, AsksForHealthTwicePerDiskWithTheHealthKey) {
@@ -149,7 +149,7 @@ TEST(StorageExtentGetInstance, FindsTheDiskAndAnswersTheEnumeratedInstance) {
   EXPECT_EQ(PropertyNames(instances.front()), kPropertyNames);
   EXPECT_EQ(PropertyTypes(instances.front()), kPropertyTypes);
   EXPECT_EQ(instances.front().property("ExtentStatus"), Value::uint16s({13}));
-  EXPECT_EQ(instances.front().property("HealthState"), Value::uint16(0));
+  EXPECT_EQ(instances.front().property("HealthState"), Value::uint16(kHealthUnknown));
   EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{{"-", "Nas::Get", "nas1"},
                                                    {"nas1", "GetOrvi", ""},
                                                    {"nas1", "GetDiskList", ""},

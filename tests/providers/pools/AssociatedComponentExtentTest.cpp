@@ -86,13 +86,13 @@ TEST(AssociatedComponentExtentFromPool, ExtentInstancesInFullWithExtentStatus13)
   EXPECT_EQ(extent.property("NumberOfBlocks"), Value::uint64(7814037168ULL));
   EXPECT_EQ(extent.property("ConsumableBlocks"), Value::uint64(7814037168ULL));
   EXPECT_EQ(extent.property("BlockSize"), Value::uint64(512));
-  EXPECT_EQ(extent.property("HealthState"), Value::uint16(5));
-  EXPECT_EQ(extent.property("OperationalStatus"), Value::uint16s({2}));
+  EXPECT_EQ(extent.property("HealthState"), Value::uint16(kHealthOk));
+  EXPECT_EQ(extent.property("OperationalStatus"), Value::uint16s({kOperationalStatusOk}));
   EXPECT_EQ(extent.property("ExtentDiscriminator"), Value::strings({"SNIA:Pool Component"}));
 
   EXPECT_EQ(extents[1].property("DeviceID"), Value::string("ZEDA:nas1:DiskExtent0:2"));
-  EXPECT_EQ(extents[1].property("HealthState"), Value::uint16(0));
-  EXPECT_EQ(extents[1].property("OperationalStatus"), Value::uint16s({0}));
+  EXPECT_EQ(extents[1].property("HealthState"), Value::uint16(kHealthUnknown));
+  EXPECT_EQ(extents[1].property("OperationalStatus"), Value::uint16s({kOperationalStatusUnknown}));
   // The SSD listed as data is in the data pool too.
   EXPECT_EQ(extents[2].property("DeviceID"), Value::string("ZEDA:nas1:DiskExtent0:6"));
 }

@@ -159,14 +159,14 @@ TEST(ConcreteComponentFromPool, ExtentInstancesInFull) {
   EXPECT_EQ(extent.property("NumberOfBlocks"), Value::uint64(kCap01 / 512));
   EXPECT_EQ(extent.property("ConsumableBlocks"), Value::uint64(kCap01 / 512));
   EXPECT_EQ(extent.property("BlockSize"), Value::uint64(512));
-  EXPECT_EQ(extent.property("HealthState"), Value::uint16(5));
-  EXPECT_EQ(extent.property("OperationalStatus"), Value::uint16s({2}));
+  EXPECT_EQ(extent.property("HealthState"), Value::uint16(kHealthOk));
+  EXPECT_EQ(extent.property("OperationalStatus"), Value::uint16s({kOperationalStatusOk}));
   EXPECT_EQ(extent.property("ExtentDiscriminator"), Value::strings({"SNIA:Pool Component"}));
 
   const Instance& unhealthy = extents[1];
   EXPECT_EQ(unhealthy.property("DeviceID"), Value::string("ZEDA:nas1:DiskExtent0:2"));
-  EXPECT_EQ(unhealthy.property("HealthState"), Value::uint16(0));
-  EXPECT_EQ(unhealthy.property("OperationalStatus"), Value::uint16s({0}));
+  EXPECT_EQ(unhealthy.property("HealthState"), Value::uint16(kHealthUnknown));
+  EXPECT_EQ(unhealthy.property("OperationalStatus"), Value::uint16s({kOperationalStatusUnknown}));
 }
 
 TEST(ConcreteComponentFromPool, EachPoolAnswersItsDisksExtentStatus13OnlyForFreeDisks) {
@@ -301,7 +301,7 @@ TEST(ConcreteComponentFromExtent, TheDataPoolInstanceInFullWithItsTotalInBytes) 
   // 0:1 + 0:2: 4000787030016 + 2000398934016 bytes. 0:5 is in no list.
   EXPECT_EQ(pool.property("TotalManagedSpace"), Value::uint64(6001185964032ULL));
   EXPECT_EQ(pool.property("RemainingManagedSpace"), Value::uint64(0));
-  EXPECT_EQ(pool.property("OperationalStatus"), Value::uint16s({2}));
+  EXPECT_EQ(pool.property("OperationalStatus"), Value::uint16s({kOperationalStatusOk}));
   // The pool's way: the NAS and its disk list, no health query.
   EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{{"-", "Nas::Get", "nas1"},
                                                    {"nas1", "GetOrvi", ""},
