@@ -4,8 +4,9 @@
 
 #include "host_fixture.hpp"
 
+namespace zeda::test {
+
 using namespace zeda::host;
-using namespace zeda::host::test_support;
 
 namespace {
 
@@ -14,7 +15,7 @@ const char* kThrow = "ZEDA_HostThrowProvider";
 class BindingExceptions : public ::testing::Test {
  protected:
   Host host{throwingProvider()};
-  const ObjectPath cls{"root/cimv2", "ZEDA_HostThrow"};
+  const ObjectPath cls{kNamespace, "ZEDA_HostThrow"};
 };
 
 TEST_F(BindingExceptions, WorkingOperationThroughTheBinding) {
@@ -22,7 +23,7 @@ TEST_F(BindingExceptions, WorkingOperationThroughTheBinding) {
   ASSERT_EQ(out.code(), 0);
   EXPECT_TRUE(out.done);
   const Instance i = out.instances().at(0);
-  EXPECT_EQ(i.path(), ObjectPath("root/cimv2", "ZEDA_HostThrow", {{"Name", Value::string("built")}}));
+  EXPECT_EQ(i.path(), ObjectPath(kNamespace, "ZEDA_HostThrow", {{"Name", Value::string("built")}}));
   EXPECT_EQ(i.properties(), (std::vector<NamedValue>{{"Name", Value::string("built")},
                                                      {"Count", Value::uint16(3)},
                                                      {"Ok", Value::boolean(true)}}));
@@ -80,3 +81,4 @@ TEST(BindingLifetime, CleanupAtUnloadDestroysTheSharedProvider) {
 }
 
 }  // namespace
+}  // namespace zeda::test

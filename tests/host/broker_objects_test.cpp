@@ -5,8 +5,9 @@
 #include "host_fixture.hpp"
 #include "sample_values.hpp"
 
+namespace zeda::test {
+
 using namespace zeda::host;
-using namespace zeda::host::test_support;
 
 namespace {
 
@@ -15,7 +16,7 @@ class BrokerObjects : public ::testing::Test {
   Host host{testProvider()};
   const CMPIBroker* mb = host.broker();
 
-  CMPIInstance* instance() { return host.makeInstance(Instance(ObjectPath("root/cimv2", "ZEDA_F"))); }
+  CMPIInstance* instance() { return host.makeInstance(Instance(ObjectPath(kNamespace, "ZEDA_F"))); }
 
   static CMPIStatus setU16(CMPIInstance* ci, const char* name, CMPIUint16 v) {
     CMPIValue value;
@@ -72,14 +73,14 @@ TEST_F(BrokerObjects, PropertiesStayInFirstSetOrder) {
 }
 
 TEST_F(BrokerObjects, KeysStayInOrderAndAddKeyReplacesInPlace) {
-  CMPIObjectPath* op = host.makeObjectPath(ObjectPath("root/cimv2", "ZEDA_K"));
+  CMPIObjectPath* op = host.makeObjectPath(ObjectPath(kNamespace, "ZEDA_K"));
   op->ft->addKey(op, "B", reinterpret_cast<const CMPIValue*>("1"), CMPI_chars);
   op->ft->addKey(op, "A", reinterpret_cast<const CMPIValue*>("2"), CMPI_chars);
   op->ft->addKey(op, "b", reinterpret_cast<const CMPIValue*>("3"), CMPI_chars);
   const ObjectPath got = readObjectPath(op);
   EXPECT_EQ(got.keyNames(), (std::vector<std::string>{"B", "A"}));
   EXPECT_EQ(got.key("B").str(), "3");
-  EXPECT_EQ(text(op->ft->toString(op, nullptr)), "root/cimv2:ZEDA_K.B=\"3\",A=\"2\"");
+  EXPECT_EQ(TextOf(op->ft->toString(op, nullptr)), "root/cimv2:ZEDA_K.B=\"3\",A=\"2\"");
 }
 
 TEST_F(BrokerObjects, EveryTypeSurvivesTheRoundTripThroughCmpi) {
@@ -94,7 +95,7 @@ TEST_F(BrokerObjects, ClonesLiveUntilReleased) {
   CMPIString* c = s->ft->clone(s, &rc);
   ASSERT_EQ(rc.rc, CMPI_RC_OK);
   EXPECT_EQ(host.liveClones(), 1u);
-  EXPECT_EQ(text(c), "x");
+  EXPECT_EQ(TextOf(c), "x");
   EXPECT_EQ(c->ft->release(c).rc, CMPI_RC_OK);
   EXPECT_EQ(host.liveClones(), 0u);
   EXPECT_EQ(c->ft->release(c).rc, CMPI_RC_ERR_INVALID_HANDLE);
@@ -135,7 +136,7 @@ TEST_F(BrokerObjects, GetMessageSubstitutesArguments) {
   CMPIString* s = mb->eft->getMessage(mb, "ZEDA1", "$1 then $0, not $7", &rc, 2, CMPI_chars, "first", CMPI_uint32,
                                       static_cast<unsigned long>(9));
   EXPECT_EQ(rc.rc, CMPI_RC_OK);
-  EXPECT_EQ(text(s), "9 then first, not $7");
+  EXPECT_EQ(TextOf(s), "9 then first, not $7");
   EXPECT_EQ(mb->eft->getMessage(mb, "ZEDA1", "x", &rc, 1, CMPI_args, nullptr), nullptr);
   EXPECT_EQ(rc.rc, CMPI_RC_ERR_INVALID_PARAMETER);
 }
@@ -171,3 +172,4 @@ TEST(BrokerSettingsTest, SfcbLikeBroker) {
 }
 
 }  // namespace
+}  // namespace zeda::test

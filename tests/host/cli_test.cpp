@@ -1,72 +1,28 @@
 // zeda-cim run as a program against the test provider module.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <array>
-#include <cstdio>
-#include <fstream>
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "ZedaCim.h"
 #include "host_fixture.hpp"
+
+namespace zeda::test {
 
 using nlohmann::json;
 
 namespace {
 
-struct CliRun {
-  int status = -1;
-  std::string out;
-  std::string err;
-};
-
-std::string slurp(const std::string& path) {
-  std::ifstream in(path);
-  return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-}
-
-std::string quote(const std::string& s) {
-  std::string out = "'";
-  for (const char c : s) {
-    if (c == '\'') {
-      out += "'\\''";
-    } else {
-      out += c;
-    }
-  }
-  return out + "'";
-}
-
-// Runs zeda-cim with args (each quoted for the shell).
-CliRun zedaCim(const std::vector<std::string>& args) {
-  // ctest runs tests in parallel processes: one file pair per process and run.
-  static int runs = 0;
-  const std::string stem = ::testing::TempDir() + "/zeda_cim_" + std::to_string(getpid()) + "_" + std::to_string(++runs);
-  const std::string outFile = stem + ".out";
-  const std::string errFile = stem + ".err";
-  std::string cmd = quote(ZEDA_CIM);
-  for (const auto& a : args) cmd += " " + quote(a);
-  cmd += " >" + quote(outFile) + " 2>" + quote(errFile);
-  CliRun r;
-  const int raw = std::system(cmd.c_str());
-  r.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-  r.out = slurp(outFile);
-  r.err = slurp(errFile);
-  std::remove(outFile.c_str());
-  std::remove(errFile.c_str());
-  return r;
-}
-
 std::vector<std::string> withModule(std::vector<std::string> args) {
-  args.insert(args.begin(), {"--module", zeda::host::test_support::testProvider()});
+  args.insert(args.begin(), {"--module", testProvider()});
   return args;
 }
 
 int lines(const std::string& s) { return static_cast<int>(std::count(s.begin(), s.end(), '\n')); }
 
 TEST(ZedaCim, JsonEnumerateInstancesIsTheExactDocument) {
-  const CliRun r = zedaCim(withModule({"--format", "json", "--property", "U16", "--property", "R64", "ei",
+  const CliRun r = RunZedaCim(withModule({"--format", "json", "--property", "U16", "--property", "R64", "ei",
                                     "ZEDA_HostTest"}));
   ASSERT_EQ(r.status, 0) << r.err;
   EXPECT_EQ(r.err, "");
@@ -92,7 +48,7 @@ TEST(ZedaCim, JsonEnumerateInstancesIsTheExactDocument) {
 }
 
 TEST(ZedaCim, JsonCarriesEveryTypeWithExactIntegers) {
-  const CliRun r = zedaCim(withModule({"--format", "json", "gi", "ZEDA_HostTest.InstanceID=\"1\""}));
+  const CliRun r = RunZedaCim(withModule({"--format", "json", "gi", "ZEDA_HostTest.InstanceID=\"1\""}));
   ASSERT_EQ(r.status, 0) << r.err;
   const json doc = json::parse(r.out);
   const json& props = doc["results"][0]["properties"];
@@ -113,18 +69,18 @@ TEST(ZedaCim, JsonCarriesEveryTypeWithExactIntegers) {
 }
 
 TEST(ZedaCim, MofIsTheDefault) {
-  const CliRun r = zedaCim(withModule({"--property", "U16", "ei", "ZEDA_HostTest"}));
+  const CliRun r = RunZedaCim(withModule({"--property", "U16", "ei", "ZEDA_HostTest"}));
   ASSERT_EQ(r.status, 0) << r.err;
   EXPECT_EQ(r.out,
             "instance of ZEDA_HostTest {\n    InstanceID = \"1\";\n    U16 = 65535;\n};\n"
             "\ninstance of ZEDA_HostTest {\n    InstanceID = \"2\";\n    U16 = 2;\n};\n");
-  const CliRun names = zedaCim(withModule({"ein", "ZEDA_HostTest"}));
+  const CliRun names = RunZedaCim(withModule({"ein", "ZEDA_HostTest"}));
   EXPECT_EQ(names.out,
             "root/cimv2:ZEDA_HostTest.InstanceID=\"1\"\nroot/cimv2:ZEDA_HostTest.InstanceID=\"2\"\n");
 }
 
 TEST(ZedaCim, XmlOutput) {
-  const CliRun r = zedaCim(withModule({"--format", "xml", "--property", "Name", "gi", "ZEDA_HostTest.InstanceID=\"1\""}));
+  const CliRun r = RunZedaCim(withModule({"--format", "xml", "--property", "Name", "gi", "ZEDA_HostTest.InstanceID=\"1\""}));
   ASSERT_EQ(r.status, 0) << r.err;
   EXPECT_NE(r.out.find("<VALUE.NAMEDINSTANCE><INSTANCENAME CLASSNAME=\"ZEDA_HostTest\">"), std::string::npos);
   EXPECT_NE(r.out.find("<PROPERTY NAME=\"Name\" TYPE=\"string\"><VALUE>Disk &quot;one&quot; &lt;&amp;&gt; \\ end"
@@ -134,19 +90,19 @@ TEST(ZedaCim, XmlOutput) {
 }
 
 TEST(ZedaCim, NamespaceOption) {
-  const CliRun r = zedaCim(withModule({"--namespace", "root/zeda", "ein", "ZEDA_HostTest"}));
+  const CliRun r = RunZedaCim(withModule({"--namespace", "root/zeda", "ein", "ZEDA_HostTest"}));
   EXPECT_EQ(r.out, "root/zeda:ZEDA_HostTest.InstanceID=\"1\"\nroot/zeda:ZEDA_HostTest.InstanceID=\"2\"\n");
 }
 
 TEST(ZedaCim, AssociationClassHandedOverAsGivenOrNull) {
-  const CliRun nullAssoc = zedaCim(
+  const CliRun nullAssoc = RunZedaCim(
       withModule({"--format", "json", "ai", "ZEDA_HostTest.InstanceID=\"1\"", "--provider", "ZEDA_HostTest"}));
   ASSERT_EQ(nullAssoc.status, 0) << nullAssoc.err;
   json doc = json::parse(nullAssoc.out);
   EXPECT_EQ(doc["operation"], "ai");
   EXPECT_EQ(doc["results"][0]["properties"][1], json::parse(R"({"name": "AssocClass", "type": "string", "value": null})"));
 
-  const CliRun cased = zedaCim(withModule({"--format", "json", "associators", "ZEDA_HostTest.InstanceID=\"1\"",
+  const CliRun cased = RunZedaCim(withModule({"--format", "json", "associators", "ZEDA_HostTest.InstanceID=\"1\"",
                                         "--assoc-class", "zeda_hosttest", "--provider", "ZEDA_HostTest",
                                         "--role", "R", "--result-role", "RR", "--result-class", "C"}));
   ASSERT_EQ(cased.status, 0) << cased.err;
@@ -160,13 +116,13 @@ TEST(ZedaCim, AssociationClassHandedOverAsGivenOrNull) {
 }
 
 TEST(ZedaCim, ProviderFollowsTheAssociationClass) {
-  const CliRun r = zedaCim(withModule({"ain", "ZEDA_HostTest.InstanceID=\"1\"", "--assoc-class", "ZEDA_HostTest"}));
+  const CliRun r = RunZedaCim(withModule({"ain", "ZEDA_HostTest.InstanceID=\"1\"", "--assoc-class", "ZEDA_HostTest"}));
   ASSERT_EQ(r.status, 0) << r.err;
   EXPECT_EQ(r.out, "root/cimv2:ZEDA_HostTest.InstanceID=\"2\"\n");
 }
 
 TEST(ZedaCim, NonZeroStatusExitsOne) {
-  const CliRun r = zedaCim(withModule({"--format", "json", "rin", "ZEDA_HostTest.InstanceID=\"1\"", "--provider",
+  const CliRun r = RunZedaCim(withModule({"--format", "json", "rin", "ZEDA_HostTest.InstanceID=\"1\"", "--provider",
                                     "ZEDA_HostTest"}));
   EXPECT_EQ(r.status, 1);
   const json doc = json::parse(r.out);
@@ -174,21 +130,21 @@ TEST(ZedaCim, NonZeroStatusExitsOne) {
   EXPECT_EQ(doc["done"], false);
   EXPECT_EQ(doc["results"].size(), 1u);
 
-  const CliRun mof = zedaCim(withModule({"gi", "ZEDA_HostTest.InstanceID=\"9\""}));
+  const CliRun mof = RunZedaCim(withModule({"gi", "ZEDA_HostTest.InstanceID=\"9\""}));
   EXPECT_EQ(mof.status, 1);
   EXPECT_EQ(mof.out, "");
   EXPECT_EQ(mof.err, "zeda-cim: CMPI_RC_ERR_NOT_FOUND (6): no such instance\n");
 }
 
 TEST(ZedaCim, ClassesListsTheFactoriesOfTheModule) {
-  const CliRun r = zedaCim(withModule({"classes"}));
+  const CliRun r = RunZedaCim(withModule({"classes"}));
   ASSERT_EQ(r.status, 0) << r.err;
   EXPECT_EQ(r.out,
             "ZEDA_HostHalf: ZEDA_HostHalfProvider_Create_InstanceMI\n"
             "ZEDA_HostRefuse: ZEDA_HostRefuseProvider_Create_InstanceMI\n"
             "ZEDA_HostTest: ZEDA_HostTestProvider_Create_AssociationMI ZEDA_HostTestProvider_Create_IndicationMI "
             "ZEDA_HostTestProvider_Create_InstanceMI ZEDA_HostTestProvider_Create_MethodMI\n");
-  const CliRun j = zedaCim(withModule({"--format", "json", "classes"}));
+  const CliRun j = RunZedaCim(withModule({"--format", "json", "classes"}));
   const json doc = json::parse(j.out);
   EXPECT_EQ(doc["results"].size(), 3u);
   EXPECT_EQ(doc["results"][2]["classname"], "ZEDA_HostTest");
@@ -198,7 +154,7 @@ TEST(ZedaCim, ClassesListsTheFactoriesOfTheModule) {
 TEST(ZedaCim, EnvironmentIsSetBeforeLoading) {
   // The refusing factory is reached through the provider of its class; the
   // exit status follows the factory's code.
-  const CliRun r = zedaCim(withModule({"--inventory", "/tmp/inv.json", "--program-data", "/tmp/pd", "--nas-trace",
+  const CliRun r = RunZedaCim(withModule({"--inventory", "/tmp/inv.json", "--program-data", "/tmp/pd", "--nas-trace",
                                     "/tmp/trace", "ei", "ZEDA_HostRefuse"}));
   EXPECT_EQ(r.status, 1);
   EXPECT_EQ(r.err, "zeda-cim: CMPI_RC_ERR_ACCESS_DENIED (2): refused\n");
@@ -214,7 +170,7 @@ class ZedaCimUsage : public ::testing::TestWithParam<UsageCase> {};
 
 TEST_P(ZedaCimUsage, ExitsTwoWithOneLine) {
   const UsageCase c = GetParam();
-  const CliRun r = zedaCim(c.args);
+  const CliRun r = RunZedaCim(c.args);
   EXPECT_EQ(r.status, 2);
   EXPECT_EQ(r.out, "");
   EXPECT_EQ(lines(r.err), 1) << r.err;
@@ -222,7 +178,7 @@ TEST_P(ZedaCimUsage, ExitsTwoWithOneLine) {
 }
 
 std::vector<UsageCase> usageCases() {
-  const std::string m = zeda::host::test_support::testProvider();
+  const std::string m = testProvider();
   return {
       {"UnknownLongOption", {"--module", m, "--bogus", "ei", "X"}, "unknown option --bogus"},
       {"UnknownShortOption", {"--module", m, "-x", "ei", "X"}, "unknown option -x"},
@@ -256,9 +212,10 @@ INSTANTIATE_TEST_SUITE_P(Cases, ZedaCimUsage, ::testing::ValuesIn(usageCases()),
                          [](const ::testing::TestParamInfo<UsageCase>& info) { return info.param.label; });
 
 TEST(ZedaCim, HelpGoesToStdout) {
-  const CliRun r = zedaCim({"--help"});
+  const CliRun r = RunZedaCim({"--help"});
   EXPECT_EQ(r.status, 0);
   EXPECT_EQ(r.out.rfind("usage: zeda-cim", 0), 0u);
 }
 
 }  // namespace
+}  // namespace zeda::test

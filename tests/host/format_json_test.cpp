@@ -6,6 +6,8 @@
 #include "sample_values.hpp"
 #include "zeda/host/format.hpp"
 
+namespace zeda::test {
+
 using namespace zeda::host;
 using nlohmann::json;
 
@@ -38,7 +40,7 @@ TEST(FormatJson, StatusMessageAndDoneFalse) {
 }
 
 TEST(FormatJson, EveryType) {
-  const json got = json::parse(instanceToJson(test_support::sampleInstance()));
+  const json got = json::parse(instanceToJson(sampleInstance()));
   const json otherPath = {{"namespace", "root/cimv2"},
                           {"classname", "ZEDA_Other"},
                           {"keys", json::array({prop("ID", "string", "o\"1")})}};
@@ -66,8 +68,8 @@ TEST(FormatJson, Uint64IsAnExactInteger) {
 TEST(FormatJson, ResultsInOrderOfEveryKind) {
   Outcome out;
   out.done = true;
-  out.results.emplace_back(ObjectPath("root/cimv2", "ZEDA_A", {{"K", Value::string("1")}}));
-  out.results.emplace_back(Instance(ObjectPath("root/cimv2", "ZEDA_B")));
+  out.results.emplace_back(ObjectPath(kNamespace, "ZEDA_A", {{"K", Value::string("1")}}));
+  out.results.emplace_back(Instance(ObjectPath(kNamespace, "ZEDA_B")));
   out.results.emplace_back(Value::uint32(5));
   const json doc = json::parse(toJson("ein", out));
   ASSERT_EQ(doc["results"].size(), 3u);
@@ -83,10 +85,12 @@ TEST(FormatJson, BytesThatAreNotUtf8StillGiveOneDocument) {
   // hold any bytes; each byte that is not UTF-8 becomes U+FFFD.
   Outcome out;
   out.done = true;
-  out.results.emplace_back(ObjectPath("root/cimv2", "ZEDA_A", {{"K", Value::string("a\xff" "b\xc3")}}));
+  out.results.emplace_back(ObjectPath(kNamespace, "ZEDA_A", {{"K", Value::string("a\xff" "b\xc3")}}));
   std::string text;
   ASSERT_NO_THROW(text = toJson("rin", out));
   const json doc = json::parse(text);
   EXPECT_EQ(doc["results"][0]["keys"][0]["value"], "a\xEF\xBF\xBD" "b\xEF\xBF\xBD");
   EXPECT_EQ(valueToJson(Value::string("\xfe")), "\"\xEF\xBF\xBD\"");
 }
+
+}  // namespace zeda::test

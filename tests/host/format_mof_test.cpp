@@ -4,10 +4,12 @@
 #include "sample_values.hpp"
 #include "zeda/host/format.hpp"
 
+namespace zeda::test {
+
 using namespace zeda::host;
 
 TEST(FormatMof, EveryType) {
-  EXPECT_EQ(instanceToMof(test_support::sampleInstance()),
+  EXPECT_EQ(instanceToMof(sampleInstance()),
             "instance of ZEDA_Sample {\n"
             "    InstanceID = \"s<1>\";\n"
             "    Name = \"Disk \\\"one\\\" & <two>\";\n"
@@ -33,9 +35,9 @@ TEST(FormatMof, EveryType) {
 
 TEST(FormatMof, OutcomeWithPathsAndInstances) {
   Outcome out;
-  out.results.emplace_back(ObjectPath("root/cimv2", "ZEDA_A", {{"K", Value::string("1")}}));
-  out.results.emplace_back(Instance(ObjectPath("root/cimv2", "ZEDA_B"), {{"P", Value::boolean(false)}}));
-  out.results.emplace_back(Instance(ObjectPath("root/cimv2", "ZEDA_C")));
+  out.results.emplace_back(ObjectPath(kNamespace, "ZEDA_A", {{"K", Value::string("1")}}));
+  out.results.emplace_back(Instance(ObjectPath(kNamespace, "ZEDA_B"), {{"P", Value::boolean(false)}}));
+  out.results.emplace_back(Instance(ObjectPath(kNamespace, "ZEDA_C")));
   EXPECT_EQ(toMof(out),
             "root/cimv2:ZEDA_A.K=\"1\"\n"
             "\ninstance of ZEDA_B {\n    P = FALSE;\n};\n"
@@ -45,3 +47,5 @@ TEST(FormatMof, OutcomeWithPathsAndInstances) {
 TEST(FormatMof, ControlCharactersAreEscaped) {
   EXPECT_EQ(valueToMof(Value::string("a\nb\tc\\")), "\"a\\nb\\tc\\\\\"");
 }
+
+}  // namespace zeda::test

@@ -4,6 +4,8 @@
 #include "sample_values.hpp"
 #include "zeda/host/format.hpp"
 
+namespace zeda::test {
+
 using namespace zeda::host;
 
 namespace {
@@ -44,11 +46,11 @@ TEST(FormatXml, EveryType) {
       "<VALUE>0</VALUE></VALUE.ARRAY></PROPERTY.ARRAY>"
       "<PROPERTY NAME=\"NullStr\" TYPE=\"string\"></PROPERTY>"
       "</INSTANCE></VALUE.NAMEDINSTANCE>";
-  EXPECT_EQ(instanceToXml(test_support::sampleInstance()), expected);
+  EXPECT_EQ(instanceToXml(sampleInstance()), expected);
 }
 
 TEST(FormatXml, ObjectPathWithTypedKeys) {
-  const ObjectPath p("root/cimv2", "ZEDA_A",
+  const ObjectPath p(kNamespace, "ZEDA_A",
                      {{"N", Value::uint16(3)}, {"B", Value::boolean(false)}, {"S", Value::string("x")}});
   EXPECT_EQ(objectPathToXml(p),
             "<VALUE.OBJECTPATH><INSTANCEPATH><NAMESPACEPATH><HOST>localhost</HOST><LOCALNAMESPACEPATH>"
@@ -62,7 +64,7 @@ TEST(FormatXml, ObjectPathWithTypedKeys) {
 
 TEST(FormatXml, OutcomeIsOneDocument) {
   Outcome out;
-  out.results.emplace_back(ObjectPath("root/cimv2", "ZEDA_A"));
+  out.results.emplace_back(ObjectPath(kNamespace, "ZEDA_A"));
   out.results.emplace_back(Value::uint32(7));
   const std::string text = toXml(out);
   EXPECT_EQ(text.rfind("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<IRETURNVALUE>\n", 0), 0u);
@@ -82,6 +84,8 @@ TEST(FormatXml, ControlCharactersAndBytesThatAreNotUtf8StayWellFormed) {
   // Well-formed UTF-8 passes unchanged.
   EXPECT_EQ(valueToXml(Value::string("\xc3\xa9\xe2\x82\xac\xf0\x9f\x92\xbe")),
             "<VALUE>\xc3\xa9\xe2\x82\xac\xf0\x9f\x92\xbe</VALUE>");
-  const std::string path = objectPathToXml(ObjectPath("root/cimv2", "ZEDA_A", {{"K", Value::string("1\n2")}}));
+  const std::string path = objectPathToXml(ObjectPath(kNamespace, "ZEDA_A", {{"K", Value::string("1\n2")}}));
   EXPECT_NE(path.find("<KEYVALUE VALUETYPE=\"string\" TYPE=\"string\">1&#10;2</KEYVALUE>"), std::string::npos) << path;
 }
+
+}  // namespace zeda::test

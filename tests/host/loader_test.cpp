@@ -4,8 +4,9 @@
 
 #include "host_fixture.hpp"
 
+namespace zeda::test {
+
 using namespace zeda::host;
-using namespace zeda::host::test_support;
 
 TEST(Loader, MissingModuleIsAClearError) {
   try {
@@ -59,7 +60,7 @@ TEST(Loader, RefusingFactoryReportsCodeAndMessage) {
   EXPECT_EQ(r.mi, nullptr);
   EXPECT_EQ(r.status.code, CMPI_RC_ERR_ACCESS_DENIED);
   EXPECT_EQ(r.status.message, std::optional<std::string>("refused"));
-  const Outcome out = host.enumerateInstances("ZEDA_HostRefuseProvider", ObjectPath("root/cimv2", "ZEDA_HostRefuse"));
+  const Outcome out = host.enumerateInstances("ZEDA_HostRefuseProvider", ObjectPath(kNamespace, "ZEDA_HostRefuse"));
   EXPECT_EQ(out.code(), CMPI_RC_ERR_ACCESS_DENIED);
   EXPECT_EQ(out.status.message, std::optional<std::string>("refused"));
   EXPECT_FALSE(out.done);
@@ -85,7 +86,7 @@ TEST(Loader, MissingFactoryThrows) {
   } catch (const FactoryMissing& e) {
     EXPECT_NE(std::string(e.what()).find("ZEDA_NobodyProvider_Create_InstanceMI"), std::string::npos);
   }
-  EXPECT_THROW(host.enumerateInstances("ZEDA_NobodyProvider", ObjectPath("root/cimv2", "ZEDA_Nobody")),
+  EXPECT_THROW(host.enumerateInstances("ZEDA_NobodyProvider", ObjectPath(kNamespace, "ZEDA_Nobody")),
                FactoryMissing);
 }
 
@@ -102,7 +103,7 @@ TEST(Loader, UnloadCallsEveryCleanupTerminatingNewestFirst) {
   EXPECT_EQ(seen, (std::vector<std::string>{"instance terminating", "association terminating",
                                             "instance terminating"}));
   EXPECT_FALSE(host.loaded());
-  EXPECT_THROW(host.enumerateInstances(kTestProvider, ObjectPath("root/cimv2", kTestClass)), LoadError);
+  EXPECT_THROW(host.enumerateInstances(kTestProvider, ObjectPath(kNamespace, kTestClass)), LoadError);
 }
 
 TEST(Loader, FactoryContextCarriesTheInitialNamespace) {
@@ -115,3 +116,5 @@ TEST(Loader, FactoryContextCarriesTheInitialNamespace) {
   // The test provider refuses a context without it; it accepts the host's.
   EXPECT_TRUE(host.createMI(kTestProvider, MIKind::Method).ok());
 }
+
+}  // namespace zeda::test

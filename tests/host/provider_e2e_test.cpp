@@ -5,15 +5,16 @@
 
 #include "host_fixture.hpp"
 
+namespace zeda::test {
+
 using namespace zeda::host;
-using namespace zeda::host::test_support;
 
 namespace {
 
 class ProviderE2E : public ::testing::Test {
  protected:
   Host host{testProvider()};
-  const ObjectPath classPath{"root/cimv2", kTestClass};
+  const ObjectPath classPath{kNamespace, kTestClass};
 };
 
 TEST_F(ProviderE2E, EnumerateInstancesAllPropertiesInSetOrder) {
@@ -128,7 +129,7 @@ TEST_F(ProviderE2E, InvokeMethodEchoesArguments) {
 }
 
 TEST_F(ProviderE2E, IndicationOperationsReceiveFilterClassAndPath) {
-  const ObjectPath cp("root/cimv2", "ZEDA_Alert");
+  const ObjectPath cp(kNamespace, "ZEDA_Alert");
   const std::string q = "SELECT * FROM ZEDA_Alert";
   EXPECT_EQ(host.authorizeFilter(kTestProvider, q, "ZEDA_Alert", cp, "admin").status.message,
             "authorize ZEDA_Alert ZEDA_Alert admin " + q);
@@ -243,3 +244,4 @@ TEST(ProviderBrokerInfo, SfcbLikeBroker) {
 }
 
 }  // namespace
+}  // namespace zeda::test

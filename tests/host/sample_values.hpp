@@ -1,18 +1,21 @@
-// The instance with every CIM type that the output-format tests print.
+// The instance with every CIM zeda::host::type that the output-format tests print.
 #pragma once
 
 #include <cstdint>
 
+#include "Names.h"
 #include "zeda/host/instance.hpp"
 
-namespace zeda::host::test_support {
+namespace zeda::test {
 
-inline ObjectPath samplePath() {
-  return ObjectPath("root/cimv2", "ZEDA_Sample", {{"InstanceID", Value::string("s<1>")}});
+inline zeda::host::ObjectPath samplePath() {
+  using zeda::host::Value;
+  return zeda::host::ObjectPath(kNamespace, "ZEDA_Sample", {{"InstanceID", Value::string("s<1>")}});
 }
 
-inline Instance sampleInstance() {
-  Instance i(samplePath());
+inline zeda::host::Instance sampleInstance() {
+  using zeda::host::Value;
+  zeda::host::Instance i(samplePath());
   i.set("InstanceID", Value::string("s<1>"))
       .set("Name", Value::string("Disk \"one\" & <two>"))
       .set("Flag", Value::boolean(true))
@@ -27,12 +30,12 @@ inline Instance sampleInstance() {
       .set("R32", Value::real32(1.5f))
       .set("R64", Value::real64(-0.25))
       .set("Stamp", Value::dateTime("20240229123456.789012+000"))
-      .set("Ref", Value::reference(ObjectPath("root/cimv2", "ZEDA_Other", {{"ID", Value::string("o\"1")}})))
+      .set("Ref", Value::reference(zeda::host::ObjectPath(kNamespace, "ZEDA_Other", {{"ID", Value::string("o\"1")}})))
       .set("U16A", Value::uint16s({1, 2, 3}))
       .set("StrA", Value::strings({"a", "b\"c"}))
       .set("U64A", Value::uint64s({UINT64_MAX, 0}))
-      .set("NullStr", Value::null(type::string));
+      .set("NullStr", Value::null(zeda::host::type::string));
   return i;
 }
 
-}  // namespace zeda::host::test_support
+}  // namespace zeda::test

@@ -2,9 +2,12 @@
 // properties.
 #include <gtest/gtest.h>
 
+#include "Names.h"
 #include "zeda/host/instance.hpp"
 #include "zeda/host/object_path.hpp"
 #include "zeda/host/value.hpp"
+
+namespace zeda::test {
 
 using namespace zeda::host;
 
@@ -40,7 +43,7 @@ TEST(Value, AccessorsReturnWhatWasStored) {
   EXPECT_EQ(Value::dateTime("20240229123456.789012+000").dateTimeText(), "20240229123456.789012+000");
   EXPECT_EQ(Value::uint16s({1, 2, 3}).uints(), (std::vector<std::uint64_t>{1, 2, 3}));
   EXPECT_EQ(Value::strings({"a", "b"}).strings(), (std::vector<std::string>{"a", "b"}));
-  const ObjectPath p("root/cimv2", "ZEDA_X", {{"K", Value::string("v")}});
+  const ObjectPath p(kNamespace, "ZEDA_X", {{"K", Value::string("v")}});
   EXPECT_EQ(Value::reference(p).ref(), p);
 }
 
@@ -76,7 +79,7 @@ TEST(Value, EqualityIsDeep) {
 }
 
 TEST(ObjectPath, KeysKeepTheirOrderAndAddKeyReplacesInPlace) {
-  ObjectPath p("root/cimv2", "ZEDA_X");
+  ObjectPath p(kNamespace, "ZEDA_X");
   p.addKey("B", "1").addKey("A", Value::uint16(2)).addKey("b", "3");
   ASSERT_EQ(p.keyNames(), (std::vector<std::string>{"B", "A"}));
   EXPECT_EQ(p.key("B").str(), "3");
@@ -87,7 +90,7 @@ TEST(ObjectPath, KeysKeepTheirOrderAndAddKeyReplacesInPlace) {
 }
 
 TEST(Instance, PropertiesInFirstSetOrder) {
-  Instance i(ObjectPath("root/cimv2", "ZEDA_X"));
+  Instance i(ObjectPath(kNamespace, "ZEDA_X"));
   i.set("Z", Value::uint16(1)).set("A", Value::string("a")).set("z", Value::uint16(2));
   EXPECT_EQ(i.names(), (std::vector<std::string>{"Z", "A"}));
   EXPECT_EQ(i.property("Z").u(), 2u);
@@ -99,3 +102,5 @@ TEST(Instance, PropertiesInFirstSetOrder) {
     EXPECT_STREQ(e.what(), "instance of ZEDA_X has no property Missing");
   }
 }
+
+}  // namespace zeda::test

@@ -3,6 +3,8 @@
 
 #include "zeda/host/wbem_uri.hpp"
 
+namespace zeda::test {
+
 using namespace zeda::host;
 
 TEST(WbemUri, BareClassGetsTheDefaultNamespace) {
@@ -85,3 +87,5 @@ INSTANTIATE_TEST_SUITE_P(
                       Malformed{"ZEDA_X.K=abc", 10, "unquoted key value must be an integer, TRUE or FALSE"},
                       Malformed{"ZEDA X", 5, "expected '.' or end of path after the class name"}),
     [](const ::testing::TestParamInfo<Malformed>& info) { return "Case" + std::to_string(info.index); });
+
+}  // namespace zeda::test

@@ -8,7 +8,7 @@
 
 #include "zeda/host/host.hpp"
 
-namespace zeda::pelka::test {
+namespace zeda::test {
 
 struct ProviderClass {
   std::string className;
@@ -61,6 +61,6 @@ inline std::vector<Export> Exports() {
   return exports;
 }
 
-}  // namespace zeda::pelka::test
+}  // namespace zeda::test
 
 #endif

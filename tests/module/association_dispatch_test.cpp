@@ -11,7 +11,7 @@
 
 #include "Fixtures.h"
 
-namespace zeda::pelka::test {
+namespace zeda::test {
 namespace {
 
 using zeda::host::ObjectPath;
@@ -37,8 +37,8 @@ std::vector<DispatchingClass> DispatchingClasses() {
 
 Outcome Associators(const DispatchingClass& c, const std::string& sourceClass,
                     const OptString& assocClass) {
-  return zeda::testing::ModuleHost().associators(
-      c.provider(), ObjectPath("root/cimv2", sourceClass), assocClass, std::nullopt,
+  return ModuleHost().associators(
+      c.provider(), ObjectPath(kNamespace, sourceClass), assocClass, std::nullopt,
       std::nullopt, std::nullopt);
 }
 
@@ -48,7 +48,7 @@ void PrintTo(const DispatchingClass& c, std::ostream* os) { *os << c.className; 
 // of a new file: a log line starts with its severity letter and the date.
 std::vector<std::string> ErrorLines() {
   std::vector<std::string> lines;
-  for (const std::string& line : zeda::testing::ErrorLogLines()) {
+  for (const std::string& line : ErrorLogLines()) {
     if (line.size() > 1 && std::string("IWEF").find(line[0]) != std::string::npos &&
         std::isdigit(static_cast<unsigned char>(line[1]))) {
       lines.push_back(line);
@@ -69,7 +69,7 @@ bool EndsWith(const std::string& text, const std::string& tail) {
 }
 
 void ExpectRefused(const Outcome& outcome, const std::string& message) {
-  EXPECT_EQ(outcome.code(), 4);
+  EXPECT_EQ(outcome.code(), CMPI_RC_ERR_INVALID_PARAMETER);
   ASSERT_TRUE(outcome.status.message.has_value());
   EXPECT_EQ(*outcome.status.message, message);
   EXPECT_FALSE(outcome.done);
@@ -78,7 +78,7 @@ void ExpectRefused(const Outcome& outcome, const std::string& message) {
 
 void ExpectOneErrorLine(size_t before, const std::string& text) {
   const std::vector<std::string> lines = NewErrorLines(before);
-  ASSERT_EQ(lines.size(), 1u) << "in " << zeda::testing::LogDir();
+  ASSERT_EQ(lines.size(), 1u) << "in " << LogDir();
   EXPECT_EQ(lines[0].front(), 'E') << lines[0];
   EXPECT_TRUE(EndsWith(lines[0], "pelka_provider:129] " + text)) << lines[0];
 }
@@ -127,4 +127,4 @@ INSTANTIATE_TEST_SUITE_P(Module, EachDispatchingClass, ::testing::ValuesIn(Dispa
                          });
 
 }  // namespace
-}  // namespace zeda::pelka::test
+}  // namespace zeda::test

@@ -13,7 +13,7 @@
 #include "Fixtures.h"
 #include "ModuleExports.h"
 
-namespace zeda::pelka::test {
+namespace zeda::test {
 namespace {
 
 struct Symbol {
@@ -24,7 +24,7 @@ struct Symbol {
 // `nm -D --defined-only` of the module, one entry per line.
 std::vector<Symbol> DefinedDynamicSymbols() {
   const std::string command =
-      std::string("'") + ZEDA_NM + "' -D --defined-only '" + zeda::testing::ModulePath() + "'";
+      std::string("'") + ZEDA_NM + "' -D --defined-only '" + ModulePath() + "'";
   const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
   if (!pipe) return {};
   std::vector<Symbol> symbols;
@@ -62,13 +62,13 @@ TEST(ModuleExports, NmShowsExactlyTheSeventeenFactories) {
 }
 
 TEST(ModuleExports, HostFindsTheSeventeenFactories) {
-  const std::vector<std::string> found = zeda::testing::ModuleHost().exportedFactories();
+  const std::vector<std::string> found = ModuleHost().exportedFactories();
   const std::set<std::string> expected = ExpectedSymbols();
   EXPECT_EQ(found, std::vector<std::string>(expected.begin(), expected.end()));
 }
 
 TEST(ModuleExports, ElementClassesHaveNoAssociationFactory) {
-  auto& host = zeda::testing::ModuleHost();
+  auto& host = ModuleHost();
   for (const char* cls : {"ZEDA_DiskDrive", "ZEDA_StorageExtent_Disk",
                           "ZEDA_PhysicalPackage_Disk", "ZEDA_SoftwareIdentity_Disk"}) {
     const std::string provider = std::string(cls) + "Provider";
@@ -78,7 +78,7 @@ TEST(ModuleExports, ElementClassesHaveNoAssociationFactory) {
 }
 
 TEST(ModuleExports, AssociatedComponentExtentHasNoInstanceFactory) {
-  auto& host = zeda::testing::ModuleHost();
+  auto& host = ModuleHost();
   const std::string provider = "ZEDA_AssociatedComponentExtent_PrimordialProvider";
   EXPECT_FALSE(host.hasFactory(provider, zeda::host::MIKind::Instance));
   EXPECT_TRUE(host.hasFactory(provider, zeda::host::MIKind::Association));
@@ -87,7 +87,7 @@ TEST(ModuleExports, AssociatedComponentExtentHasNoInstanceFactory) {
 }
 
 TEST(ModuleExports, NoMethodOrIndicationFactories) {
-  auto& host = zeda::testing::ModuleHost();
+  auto& host = ModuleHost();
   for (const ProviderClass& c : ProviderClasses()) {
     EXPECT_FALSE(host.hasFactory(c.provider(), zeda::host::MIKind::Method)) << c.className;
     EXPECT_FALSE(host.hasFactory(c.provider(), zeda::host::MIKind::Indication)) << c.className;
@@ -95,4 +95,4 @@ TEST(ModuleExports, NoMethodOrIndicationFactories) {
 }
 
 }  // namespace
-}  // namespace zeda::pelka::test
+}  // namespace zeda::test

@@ -13,7 +13,7 @@
 #include "Fixtures.h"
 #include "ModuleExports.h"
 
-namespace zeda::pelka::test {
+namespace zeda::test {
 namespace {
 
 using zeda::host::MIKind;
@@ -33,7 +33,7 @@ class EachExport : public ::testing::TestWithParam<Export> {};
 
 TEST_P(EachExport, FactoryAnswersWithItsMIRecord) {
   const Export& e = GetParam();
-  const zeda::host::CreatedMI created = zeda::testing::ModuleHost().createMI(e.provider(), e.kind);
+  const zeda::host::CreatedMI created = ModuleHost().createMI(e.provider(), e.kind);
   ASSERT_TRUE(created.ok()) << e.symbol() << " code " << created.status.code;
   EXPECT_EQ(created.status.code, 0);
   EXPECT_FALSE(created.status.message.has_value());
@@ -42,7 +42,7 @@ TEST_P(EachExport, FactoryAnswersWithItsMIRecord) {
 
 TEST_P(EachExport, FunctionTableHeaderAndEntryPoints) {
   const Export& e = GetParam();
-  const zeda::host::CreatedMI created = zeda::testing::ModuleHost().createMI(e.provider(), e.kind);
+  const zeda::host::CreatedMI created = ModuleHost().createMI(e.provider(), e.kind);
   ASSERT_TRUE(created.ok());
   if (e.kind == MIKind::Instance) {
     const CMPIInstanceMIFT& ft = *created.instanceMI()->ft;
@@ -76,7 +76,7 @@ TEST_P(EachExport, FunctionTableHeaderAndEntryPoints) {
 
 TEST_P(EachExport, SameFactoryTwiceGivesTheSameRecordAndCountsBothUses) {
   const Export& e = GetParam();
-  auto& host = zeda::testing::ModuleHost();
+  auto& host = ModuleHost();
   const zeda::host::CreatedMI first = host.createMI(e.provider(), e.kind);
   ASSERT_TRUE(first.ok());
   const int usesAfterFirst = UseCount(HandleOf(first));
@@ -98,7 +98,7 @@ class EachClassWithBothInterfaces : public ::testing::TestWithParam<ProviderClas
 
 TEST_P(EachClassWithBothInterfaces, InstanceAndAssociationRecordsShareOneProvider) {
   const ProviderClass& c = GetParam();
-  auto& host = zeda::testing::ModuleHost();
+  auto& host = ModuleHost();
   const zeda::host::CreatedMI instance = host.createMI(c.provider(), MIKind::Instance);
   ASSERT_TRUE(instance.ok());
   const int usesAfterInstance = UseCount(HandleOf(instance));
@@ -124,7 +124,7 @@ INSTANTIATE_TEST_SUITE_P(Module, EachClassWithBothInterfaces,
                          });
 
 TEST(ModuleFactories, ClassesHaveProvidersOfTheirOwn) {
-  auto& host = zeda::testing::ModuleHost();
+  auto& host = ModuleHost();
   const zeda::host::CreatedMI drive = host.createMI("ZEDA_DiskDriveProvider", MIKind::Instance);
   const zeda::host::CreatedMI extent =
       host.createMI("ZEDA_StorageExtent_DiskProvider", MIKind::Instance);
@@ -135,4 +135,4 @@ TEST(ModuleFactories, ClassesHaveProvidersOfTheirOwn) {
 }
 
 }  // namespace
-}  // namespace zeda::pelka::test
+}  // namespace zeda::test

@@ -9,7 +9,7 @@
 #include "Fixtures.h"
 #include "ModuleExports.h"
 
-namespace zeda::pelka::test {
+namespace zeda::test {
 namespace {
 
 using zeda::host::Host;
@@ -22,7 +22,7 @@ struct Call {
   std::function<Outcome(Host&, const ProviderClass&)> run;
 };
 
-ObjectPath ClassPath(const ProviderClass& c) { return ObjectPath("root/cimv2", c.className); }
+ObjectPath ClassPath(const ProviderClass& c) { return ObjectPath(kNamespace, c.className); }
 
 ObjectPath SomeInstancePath(const ProviderClass& c) {
   ObjectPath path = ClassPath(c);
@@ -62,12 +62,12 @@ const std::vector<Call>& AssociationCalls() {
   static const std::vector<Call> calls = {
       {"associatorNames",
        [](Host& h, const ProviderClass& c) {
-         return h.associatorNames(c.provider(), ObjectPath("root/cimv2", "ZEDA_DiskDrive"),
+         return h.associatorNames(c.provider(), ObjectPath(kNamespace, "ZEDA_DiskDrive"),
                                   c.className, std::nullopt, std::nullopt, std::nullopt);
        }},
       {"referenceNames",
        [](Host& h, const ProviderClass& c) {
-         return h.referenceNames(c.provider(), ObjectPath("root/cimv2", "ZEDA_DiskDrive"),
+         return h.referenceNames(c.provider(), ObjectPath(kNamespace, "ZEDA_DiskDrive"),
                                  std::nullopt, std::nullopt);
        }},
   };
@@ -75,7 +75,7 @@ const std::vector<Call>& AssociationCalls() {
 }
 
 void ExpectNotSupported(const Outcome& outcome, const std::string& what) {
-  EXPECT_EQ(outcome.code(), 7) << what;
+  EXPECT_EQ(outcome.code(), CMPI_RC_ERR_NOT_SUPPORTED) << what;
   EXPECT_FALSE(outcome.status.message.has_value()) << what << ": " << *outcome.status.message;
   EXPECT_FALSE(outcome.done) << what;
   EXPECT_TRUE(outcome.results.empty()) << what;
@@ -98,7 +98,7 @@ class EachInstanceClass : public ::testing::TestWithParam<ProviderClass> {};
 
 TEST_P(EachInstanceClass, UninstalledInstanceOperationsAreNotSupported) {
   const ProviderClass& c = GetParam();
-  Host& host = zeda::testing::ModuleHost();
+  Host& host = ModuleHost();
   for (const Call& call : InstanceCalls()) {
     ExpectNotSupported(call.run(host, c), c.className + " " + call.name);
     ExpectNotSupported(call.run(host, c), c.className + " " + call.name + " (again)");
@@ -114,7 +114,7 @@ class EachClassWithoutGetInstance : public ::testing::TestWithParam<ProviderClas
 
 TEST_P(EachClassWithoutGetInstance, GetInstanceIsNotSupported) {
   const ProviderClass& c = GetParam();
-  Host& host = zeda::testing::ModuleHost();
+  Host& host = ModuleHost();
   ExpectNotSupported(host.getInstance(c.provider(), SomeInstancePath(c)),
                      c.className + " getInstance");
   ExpectNotSupported(host.getInstance(c.provider(), SomeInstancePath(c)),
@@ -131,7 +131,7 @@ class EachAssociationClass : public ::testing::TestWithParam<ProviderClass> {};
 
 TEST_P(EachAssociationClass, UninstalledAssociationOperationsAreNotSupported) {
   const ProviderClass& c = GetParam();
-  Host& host = zeda::testing::ModuleHost();
+  Host& host = ModuleHost();
   for (const Call& call : AssociationCalls()) {
     ExpectNotSupported(call.run(host, c), c.className + " " + call.name);
     ExpectNotSupported(call.run(host, c), c.className + " " + call.name + " (again)");
@@ -144,13 +144,13 @@ INSTANTIATE_TEST_SUITE_P(
     NameOf);
 
 TEST(NotSupported, NotSupportedIsNotLogged) {
-  Host& host = zeda::testing::ModuleHost();
-  const size_t before = zeda::testing::ErrorLogLines().size();
+  Host& host = ModuleHost();
+  const size_t before = ErrorLogLines().size();
   ExpectNotSupported(
-      host.enumerateInstanceNames("ZEDA_DiskDriveProvider", ObjectPath("root/cimv2", "ZEDA_DiskDrive")),
+      host.enumerateInstanceNames("ZEDA_DiskDriveProvider", ObjectPath(kNamespace, "ZEDA_DiskDrive")),
       "enumInstanceNames");
-  EXPECT_EQ(zeda::testing::ErrorLogLines().size(), before);
+  EXPECT_EQ(ErrorLogLines().size(), before);
 }
 
 }  // namespace
-}  // namespace zeda::pelka::test
+}  // namespace zeda::test

@@ -1,8 +1,5 @@
 // The command-line client on the real module: an operation no class serves
 // and the list of classes and factories.
-#include <array>
-#include <cstdio>
-#include <memory>
 #include <set>
 #include <sstream>
 #include <string>
@@ -13,34 +10,11 @@
 #include "Fixtures.h"
 #include "ModuleExports.h"
 
-namespace zeda::pelka::test {
+namespace zeda::test {
 namespace {
 
-struct CliRun {
-  std::string out;
-};
-
-// Runs zeda-cim on this build's module with a program-data directory of its
-// own. The log directory is that path followed by "\logs", a sibling of it,
-// so both live inside one temporary directory.
-CliRun ZedaCim(const std::string& arguments) {
-  const zeda::testing::TempDir base;
-  const std::string command = std::string("'") + ZEDA_CIM + "' --module '" +
-                              zeda::testing::ModulePath() + "' --program-data '" +
-                              base.path() + "/program-data' " + arguments + " 2>/dev/null";
-  CliRun run;
-  FILE* pipe = popen(command.c_str(), "r");
-  if (pipe == nullptr) return run;
-  std::array<char, 4096> buffer{};
-  for (size_t n; (n = fread(buffer.data(), 1, buffer.size(), pipe)) > 0;) {
-    run.out.append(buffer.data(), n);
-  }
-  pclose(pipe);
-  return run;
-}
-
 TEST(ZedaCim, EnumerateInstanceNamesOfDiskDriveIsNotSupported) {
-  const CliRun run = ZedaCim("--format json ein ZEDA_DiskDrive");
+  const CliRun run = RunZedaCimOnModule({"--format", "json", "ein", "ZEDA_DiskDrive"});
   const nlohmann::json answer = nlohmann::json::parse(run.out);
   EXPECT_EQ(answer.at("status").at("code"), 7);
   EXPECT_TRUE(answer.at("status").at("message").is_null());
@@ -49,7 +23,7 @@ TEST(ZedaCim, EnumerateInstanceNamesOfDiskDriveIsNotSupported) {
 }
 
 TEST(ZedaCim, ClassesListsElevenClassesAndSeventeenFactories) {
-  const CliRun run = ZedaCim("classes");
+  const CliRun run = RunZedaCimOnModule({"classes"});
   std::set<std::string> expected;
   for (const Export& e : Exports()) expected.insert(e.symbol());
   std::set<std::string> classes;
@@ -71,4 +45,4 @@ TEST(ZedaCim, ClassesListsElevenClassesAndSeventeenFactories) {
 }
 
 }  // namespace
-}  // namespace zeda::pelka::test
+}  // namespace zeda::test

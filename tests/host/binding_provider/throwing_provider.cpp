@@ -7,6 +7,7 @@
 #include <new>
 #include <stdexcept>
 
+namespace zeda::test {
 namespace {
 
 class ZEDA_HostThrow : public CmpiInstanceMI, public CmpiAssociationMI {
@@ -111,3 +112,5 @@ extern "C" CMPI_EXPORT CMPIAssociationMI* ZEDA_HostThrowProvider_Create_Associat
   g_associationMI.hdl = provider(broker, ctx);
   return &g_associationMI;
 }
+
+}  // namespace zeda::test

@@ -14,20 +14,21 @@
 
 #include "Fixtures.h"
 
+namespace zeda::test {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::unique_ptr<zeda::testing::TempDir> gBase;
+std::unique_ptr<TempDir> gBase;
 
 std::string ProgramData() { return gBase->path() + "/pd\\"; }
 
 TEST(LogDirectoryWithTrailingBackslash, ErrorLinesGoToTheDirectoryWithTwoBackslashes) {
-  zeda::host::Host host(zeda::testing::ModulePath());
+  zeda::host::Host host(ModulePath());
   const zeda::host::Outcome outcome = host.associators(
-      "ZEDA_Realizes_DiskProvider", zeda::host::ObjectPath("root/cimv2", "ZEDA_DiskDrive"),
+      "ZEDA_Realizes_DiskProvider", zeda::host::ObjectPath(kNamespace, "ZEDA_DiskDrive"),
       std::nullopt, std::nullopt, std::nullopt, std::nullopt);
-  EXPECT_EQ(outcome.code(), 4);
+  EXPECT_EQ(outcome.code(), CMPI_RC_ERR_INVALID_PARAMETER);
 
   const std::string logDir = gBase->path() + "/pd\\\\logs";
   EXPECT_TRUE(fs::is_directory(logDir)) << logDir;
@@ -48,12 +49,13 @@ TEST(LogDirectoryWithTrailingBackslash, ErrorLinesGoToTheDirectoryWithTwoBacksla
 }
 
 }  // namespace
+}  // namespace zeda::test
 
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
-  gBase = std::make_unique<zeda::testing::TempDir>();
-  setenv("PELKA_PROGRAM_DATA", ProgramData().c_str(), 1);
+  zeda::test::gBase = std::make_unique<zeda::test::TempDir>();
+  setenv("PELKA_PROGRAM_DATA", zeda::test::ProgramData().c_str(), 1);
   const int result = RUN_ALL_TESTS();
-  gBase.reset();
+  zeda::test::gBase.reset();
   return result;
 }

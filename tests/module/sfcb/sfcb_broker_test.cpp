@@ -9,13 +9,13 @@
 
 #include "Fixtures.h"
 
+namespace zeda::test {
 namespace {
 
 using zeda::host::BrokerSettings;
 using zeda::host::Host;
 using zeda::host::MIKind;
 using zeda::host::ObjectPath;
-using zeda::testing::Path;
 
 // One NAS: a data disk its group lists, a spare, a free disk and an SSD.
 constexpr const char* kInventory = R"({"nas": [{"name": "n1",
@@ -28,11 +28,11 @@ constexpr const char* kInventory = R"({"nas": [{"name": "n1",
 class SfcbBroker : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
-    setenv("PELKA_PROGRAM_DATA", zeda::testing::ProgramDataDir().c_str(), 1);
+    setenv("PELKA_PROGRAM_DATA", ProgramDataDir().c_str(), 1);
   }
 
-  zeda::testing::ScopedInventory inventory_{kInventory};
-  Host host_{zeda::testing::ModulePath(), BrokerSettings::sfcbLike()};
+  ScopedInventory inventory_{kInventory};
+  Host host_{ModulePath(), BrokerSettings::sfcbLike()};
 };
 
 TEST_F(SfcbBroker, BrokerReportsWhatSfcbReports) {
@@ -58,7 +58,7 @@ TEST_F(SfcbBroker, EveryInstanceClassEnumerates) {
                  {"ZEDA_ConcreteComponent_Primordial", 2}};
   for (const auto& c : classes) {
     const auto outcome =
-        host_.enumerateInstances(std::string(c.cls) + "Provider", ObjectPath("root/cimv2", c.cls));
+        host_.enumerateInstances(std::string(c.cls) + "Provider", ObjectPath(kNamespace, c.cls));
     EXPECT_EQ(outcome.status.code, 0) << c.cls;
     EXPECT_FALSE(outcome.status.message) << c.cls;
     EXPECT_TRUE(outcome.done) << c.cls;
@@ -108,3 +108,4 @@ TEST_F(SfcbBroker, SharedProviderObjectAndCleanUp) {
 }
 
 }  // namespace
+}  // namespace zeda::test

@@ -1,0 +1,196 @@
+// Look-ups of the library and answers of the NAS API on an in-memory
+// inventory: unknown names and disks, letter case, match order.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "InventoryBuilders.h"
+#include "TempDir.h"
+#include "inventory/Library.h"
+#include "platform/Inventory.h"
+
+namespace zeda::test {
+namespace {
+
+using namespace zeda::pelka;
+
+
+// The message of what `call` throws as std::runtime_error.
+template <typename Call>
+std::string Thrown(Call call) {
+  try {
+    call();
+  } catch (const std::runtime_error& error) {
+    return error.what();
+  }
+  return "(nothing thrown)";
+}
+
+class InMemory : public ::testing::Test {
+ protected:
+  ~InMemory() override { platform::UseFileInventory(); }
+};
+
+TEST_F(InMemory, EmptyNasList) {
+  platform::UseInMemoryInventory(InventoryOf({}));
+  EXPECT_TRUE(GetNasList().empty());
+}
+
+TEST_F(InMemory, NasListKeepsOrderAndNames) {
+  platform::UseInMemoryInventory(InventoryOf({NasWith("nas2"), NasWith("nas1"), NasWith("Nas3")}));
+  std::vector<std::string> names;
+  for (const Nas& nas : GetNasList()) names.push_back(nas.name);
+  EXPECT_EQ(names, (std::vector<std::string>{"nas2", "nas1", "Nas3"}));
+}
+
+TEST_F(InMemory, LookupsReturnTheListedNas) {
+  platform::UseInMemoryInventory(InventoryOf({NasWith("nas1"), NasWith("nas2")}));
+  const std::list<Nas>& list = GetNasList();
+  EXPECT_EQ(&Nas::Get("nas2"), &list.back());
+  EXPECT_EQ(&util::GetNas("nas1"), &list.front());
+}
+
+TEST_F(InMemory, UnknownNasIsRefused) {
+  platform::UseInMemoryInventory(InventoryOf({NasWith("nas1")}));
+  EXPECT_EQ(Thrown([] { Nas::Get("nas9"); }), "NAS not found: nas9");
+  EXPECT_EQ(Thrown([] { util::GetNas("nas9"); }), "NAS not found: nas9");
+  // NAS names are matched exactly.
+  EXPECT_EQ(Thrown([] { Nas::Get("NAS1"); }), "NAS not found: NAS1");
+  EXPECT_EQ(Thrown([] { util::GetNas(""); }), "NAS not found: ");
+}
+
+TEST_F(InMemory, OneOrviPerNas) {
+  platform::UseInMemoryInventory(InventoryOf({NasWith("nas1", {Disk("1")}), NasWith("nas2")}));
+  const Nas& nas1 = Nas::Get("nas1");
+  const Nas& nas2 = Nas::Get("nas2");
+  EXPECT_EQ(&GetOrvi(nas1), &GetOrvi(nas1));
+  EXPECT_EQ(&GetOrvi(nas1), &GetOrvi(GetNasList().front()));
+  EXPECT_NE(&GetOrvi(nas1), &GetOrvi(nas2));
+  EXPECT_EQ(GetOrvi(nas1).GetDiskList().disks.size(), 1u);
+  EXPECT_TRUE(GetOrvi(nas2).GetDiskList().disks.empty());
+}
+
+TEST_F(InMemory, OrviOfANasRecordMadeByTheCallerIsFoundByName) {
+  platform::UseInMemoryInventory(InventoryOf({NasWith("nas1", {Disk("1")})}));
+  const Nas own{"nas1"};
+  EXPECT_EQ(&GetOrvi(own), &GetOrvi(Nas::Get("nas1")));
+  const Nas stranger{"nas7"};
+  EXPECT_EQ(Thrown([&] { GetOrvi(stranger); }), "NAS not found: nas7");
+}
+
+TEST_F(InMemory, DiskListHoldsDisksAndGroupsInOrder) {
+  auto nas = NasWith("nas1", {Disk("0:2"), Disk("0:1"), Disk("0:10")});
+  nas.disks[1].disk.isSsd = true;
+  nas.disks[2].disk.capacity = 4000787030016u;
+  zeda::orvi::OrviDiskGroup group;
+  group.dataDisks = {"0:1", "0:2"};
+  group.spareDisks = {"0:10"};
+  nas.groups.push_back(group);
+  platform::UseInMemoryInventory(InventoryOf({nas}));
+  const zeda::orvi::OrviDiskList list = GetOrvi(Nas::Get("nas1")).GetDiskList();
+  ASSERT_EQ(list.disks.size(), 3u);
+  EXPECT_EQ(list.disks[0].id, "0:2");
+  EXPECT_EQ(list.disks[1].id, "0:1");
+  EXPECT_TRUE(list.disks[1].isSsd);
+  EXPECT_EQ(list.disks[2].id, "0:10");
+  EXPECT_EQ(list.disks[2].capacity, 4000787030016u);
+  ASSERT_EQ(list.groups.size(), 1u);
+  EXPECT_EQ(list.groups[0].dataDisks, group.dataDisks);
+  EXPECT_EQ(list.groups[0].spareDisks, group.spareDisks);
+}
+
+TEST_F(InMemory, NasWithoutDisks) {
+  platform::UseInMemoryInventory(InventoryOf({NasWith("empty"), NasWith("nas1", {Disk("0:1")})}));
+  zeda::orvi::Orvi& orvi = GetOrvi(Nas::Get("empty"));
+  const zeda::orvi::OrviDiskList list = orvi.GetDiskList();
+  EXPECT_TRUE(list.disks.empty());
+  EXPECT_TRUE(list.groups.empty());
+  EXPECT_EQ(Thrown([&] { orvi.GetDiskHealth("01"); }), "Disk not found: 01");
+  EXPECT_EQ(GetOrvi(Nas::Get("nas1")).GetDiskList().disks.size(), 1u);
+}
+
+TEST_F(InMemory, HealthIsFoundByHealthKey) {
+  platform::UseInMemoryInventory(
+      InventoryOf({NasWith("nas1", {Disk("0:1", 0), Disk("0:10", 4), Disk("7", 9)})}));
+  zeda::orvi::Orvi& orvi = GetOrvi(Nas::Get("nas1"));
+  EXPECT_EQ(orvi.GetDiskHealth("01").message, "health of 0:1");
+  EXPECT_EQ(orvi.GetDiskHealth("010").healthStatus, 4u);
+  EXPECT_EQ(orvi.GetDiskHealth("010").message, "health of 0:10");
+  // An identifier without ":" has itself twice as health key.
+  EXPECT_EQ(orvi.GetDiskHealth("77").healthStatus, 9u);
+}
+
+TEST_F(InMemory, HealthIsAlsoFoundByIdentifierVerbatim) {
+  platform::UseInMemoryInventory(InventoryOf({NasWith("nas1", {Disk("0:1", 0), Disk("7", 9)})}));
+  zeda::orvi::Orvi& orvi = GetOrvi(Nas::Get("nas1"));
+  EXPECT_EQ(orvi.GetDiskHealth("0:1").message, "health of 0:1");
+  EXPECT_EQ(orvi.GetDiskHealth("7").healthStatus, 9u);
+}
+
+TEST_F(InMemory, DiskMatchingIgnoresAsciiCase) {
+  platform::UseInMemoryInventory(InventoryOf({NasWith("nas1", {Disk("Enc:Bay3", 2)})}));
+  zeda::orvi::Orvi& orvi = GetOrvi(Nas::Get("nas1"));
+  EXPECT_EQ(orvi.GetDiskHealth("encbay3").healthStatus, 2u);
+  EXPECT_EQ(orvi.GetDiskHealth("ENCBAY3").healthStatus, 2u);
+  EXPECT_EQ(orvi.GetDiskHealth("enc:BAY3").healthStatus, 2u);
+  EXPECT_EQ(orvi.GetDiskIdentity("enc:bay3").serial, "serial of Enc:Bay3");
+  EXPECT_EQ(orvi.GetDiskIdentity("ENC:BAY3").product, "product of Enc:Bay3");
+}
+
+TEST_F(InMemory, FirstMatchingDiskInListOrderAnswers) {
+  // "01" equals the identifier of the first disk and the health key of the
+  // second; whichever stands first answers.
+  platform::UseInMemoryInventory(InventoryOf(
+      {NasWith("a", {Disk("01", 1), Disk("0:1", 2)}), NasWith("b", {Disk("0:1", 2), Disk("01", 1)})}));
+  EXPECT_EQ(GetOrvi(Nas::Get("a")).GetDiskHealth("01").healthStatus, 1u);
+  EXPECT_EQ(GetOrvi(Nas::Get("b")).GetDiskHealth("01").healthStatus, 2u);
+  // Same identifier twice, differing in case: the first one answers.
+  platform::UseInMemoryInventory(
+      InventoryOf({NasWith("c", {Disk("x:1", 5, "first"), Disk("X:1", 6, "second")})}));
+  zeda::orvi::Orvi& orvi = GetOrvi(Nas::Get("c"));
+  EXPECT_EQ(orvi.GetDiskHealth("X1").healthStatus, 5u);
+  EXPECT_EQ(orvi.GetDiskIdentity("X:1").serial, "first");
+}
+
+TEST_F(InMemory, IdentityIsFoundByIdentifierOnly) {
+  platform::UseInMemoryInventory(InventoryOf({NasWith("nas1", {Disk("0:1"), Disk("0:10")})}));
+  zeda::orvi::Orvi& orvi = GetOrvi(Nas::Get("nas1"));
+  const zeda::orvi::OrviDiskIdentity identity = orvi.GetDiskIdentity("0:1");
+  EXPECT_EQ(identity.product, "product of 0:1");
+  EXPECT_EQ(identity.model, "model of 0:1");
+  EXPECT_EQ(identity.serial, "serial of 0:1");
+  EXPECT_EQ(orvi.GetDiskIdentity("0:10").serial, "serial of 0:10");
+  // The health key is not an identifier.
+  EXPECT_EQ(Thrown([&] { orvi.GetDiskIdentity("01"); }), "Disk not found: 01");
+}
+
+TEST_F(InMemory, UnknownDiskIsRefused) {
+  platform::UseInMemoryInventory(InventoryOf({NasWith("nas1", {Disk("0:1"), Disk("0:10")})}));
+  zeda::orvi::Orvi& orvi = GetOrvi(Nas::Get("nas1"));
+  EXPECT_EQ(Thrown([&] { orvi.GetDiskHealth("0"); }), "Disk not found: 0");
+  EXPECT_EQ(Thrown([&] { orvi.GetDiskHealth("0101"); }), "Disk not found: 0101");
+  EXPECT_EQ(Thrown([&] { orvi.GetDiskIdentity("0:2"); }), "Disk not found: 0:2");
+  EXPECT_EQ(Thrown([&] { orvi.GetDiskIdentity("0:1 "); }), "Disk not found: 0:1 ");
+}
+
+TEST(ProgramData, PathComesFromTheEnvironment) {
+  {
+    const ScopedEnv data("PELKA_PROGRAM_DATA", "/srv/pelka");
+    EXPECT_EQ(util::GetProgramDataPath(), "/srv/pelka");
+    {
+      const ScopedEnv file("PELKA_INVENTORY", "/tmp/other.json");
+      EXPECT_EQ(platform::InventoryFilePath(), "/tmp/other.json");
+    }
+    const ScopedEnv noFile("PELKA_INVENTORY", "");
+    EXPECT_EQ(platform::InventoryFilePath(), "/srv/pelka/inventory.json");
+  }
+  const ScopedEnv noData("PELKA_PROGRAM_DATA", "");
+  const ScopedEnv noFile("PELKA_INVENTORY", "");
+  EXPECT_EQ(util::GetProgramDataPath(), "/var/lib/pelka");
+  EXPECT_EQ(platform::InventoryFilePath(), "/var/lib/pelka/inventory.json");
+}
+
+}  // namespace
+}  // namespace zeda::test

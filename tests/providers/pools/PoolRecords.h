@@ -1,0 +1,36 @@
+// In-memory inventory records for the unit tests of the pool routines.
+#ifndef ZEDA_TESTS_PROVIDERS_POOLS_POOLRECORDS_H
+#define ZEDA_TESTS_PROVIDERS_POOLS_POOLRECORDS_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "inventory/Records.h"
+
+namespace zeda::test {
+
+enum DiskFlag : unsigned { kNoFlag = 0, kFree = 1, kSpare = 2, kSsd = 4 };
+
+inline zeda::orvi::OrviDisk Disk(const std::string& id, std::uint64_t capacity = 1000,
+                                 unsigned flags = kNoFlag) {
+  zeda::orvi::OrviDisk disk;
+  disk.id = id;
+  disk.capacity = capacity;
+  disk.isFree = (flags & kFree) != 0;
+  disk.isSpare = (flags & kSpare) != 0;
+  disk.isSsd = (flags & kSsd) != 0;
+  return disk;
+}
+
+inline zeda::orvi::OrviDiskGroup Group(std::vector<std::string> dataDisks,
+                                       std::vector<std::string> spareDisks) {
+  zeda::orvi::OrviDiskGroup group;
+  group.dataDisks = std::move(dataDisks);
+  group.spareDisks = std::move(spareDisks);
+  return group;
+}
+
+}  // namespace zeda::test
+
+#endif
