@@ -79,17 +79,19 @@ struct Host::Impl final : detail::Router {
   // The MI serving provider/kind, made on first use. On a refused factory
   // call, the outcome to answer with.
   void* miFor(const std::string& provider, MIKind kind, Outcome& refused) {
-    if (void* mi = registry.current(provider, kind)) return mi;
-    const CreatedMI created = registry.create(module, broker, ambient, provider, kind);
-    if (created.ok()) return created.mi;
+    const CreatedMI created = registry.serving(module, broker, ambient, provider, kind);
+    if (created.mi != nullptr && created.status.code == CMPI_RC_OK) return created.mi;
     refused.status = created.status;
     if (refused.status.code == CMPI_RC_OK) refused.status.code = CMPI_RC_ERR_FAILED;  // NULL MI with rc 0
     return nullptr;
   }
 
-  // Runs req on provider; ctx null: a fresh context for the path's namespace.
-  Outcome run(const std::string& provider, const Request& req, const CMPIContext* ctx) {
+  // Runs req on provider, results to sink (null: into the outcome); ctx null:
+  // a fresh context for the path's namespace. Any number of threads may run
+  // requests at once: each has its own objects, result and status.
+  Outcome run(const std::string& provider, const Request& req, const CMPIContext* ctx, ResultSink* sink = nullptr) {
     requireLoaded();
+    detail::RequestStore objects(broker);
     const MIKind kind = detail::kindOf(req.op);
     Outcome refused;
     void* mi = miFor(provider, kind, refused);
@@ -99,7 +101,12 @@ struct Host::Impl final : detail::Router {
       const std::string ns = req.path.nameSpace().empty() ? kDefaultNameSpace : req.path.nameSpace();
       ctx = detail::makeContext(broker, contextEntries(ns))->face();
     }
-    return detail::drive(broker, mi, req, ctx);
+    if (sink != nullptr) return detail::drive(broker, mi, req, ctx, *sink);
+    Outcome out;
+    detail::CollectingSink collect(out);
+    Outcome driven = detail::drive(broker, mi, req, ctx, collect);
+    driven.results = std::move(out.results);
+    return driven;
   }
 
   std::vector<std::string> associationProviders() const {
@@ -177,6 +184,7 @@ std::vector<std::string> Host::exportedFactories() const { return impl_->module.
 
 CreatedMI Host::createMI(const std::string& provider, MIKind kind) {
   impl_->requireLoaded();
+  detail::RequestStore objects(impl_->broker);
   return impl_->registry.create(impl_->module, impl_->broker, impl_->ambient, provider, kind);
 }
 
@@ -189,21 +197,50 @@ Request make(Op op, const ObjectPath& path) {
 }
 }  // namespace
 
+namespace {
+Request enumerateRequest(Op op, const ObjectPath& classPath, const PropertyList& properties) {
+  Request r = make(op, classPath);
+  r.properties = properties;
+  return r;
+}
+
+Request associationRequest(Op op, const ObjectPath& path, const OptString& assocClass, const OptString& resultClass,
+                           const OptString& role, const OptString& resultRole, const PropertyList& properties) {
+  Request r = make(op, path);
+  r.assocClass = assocClass;
+  r.resultClass = resultClass;
+  r.role = role;
+  r.resultRole = resultRole;
+  r.properties = properties;
+  return r;
+}
+}  // namespace
+
 Outcome Host::enumerateInstanceNames(const std::string& provider, const ObjectPath& classPath) {
   return impl_->run(provider, make(Op::EnumerateInstanceNames, classPath), nullptr);
 }
 
+Outcome Host::enumerateInstanceNames(const std::string& provider, const ObjectPath& classPath, ResultSink& sink) {
+  return impl_->run(provider, make(Op::EnumerateInstanceNames, classPath), nullptr, &sink);
+}
+
 Outcome Host::enumerateInstances(const std::string& provider, const ObjectPath& classPath,
                                  const PropertyList& properties) {
-  Request r = make(Op::EnumerateInstances, classPath);
-  r.properties = properties;
-  return impl_->run(provider, r, nullptr);
+  return impl_->run(provider, enumerateRequest(Op::EnumerateInstances, classPath, properties), nullptr);
+}
+
+Outcome Host::enumerateInstances(const std::string& provider, const ObjectPath& classPath,
+                                 const PropertyList& properties, ResultSink& sink) {
+  return impl_->run(provider, enumerateRequest(Op::EnumerateInstances, classPath, properties), nullptr, &sink);
 }
 
 Outcome Host::getInstance(const std::string& provider, const ObjectPath& instancePath, const PropertyList& properties) {
-  Request r = make(Op::GetInstance, instancePath);
-  r.properties = properties;
-  return impl_->run(provider, r, nullptr);
+  return impl_->run(provider, enumerateRequest(Op::GetInstance, instancePath, properties), nullptr);
+}
+
+Outcome Host::getInstance(const std::string& provider, const ObjectPath& instancePath, const PropertyList& properties,
+                          ResultSink& sink) {
+  return impl_->run(provider, enumerateRequest(Op::GetInstance, instancePath, properties), nullptr, &sink);
 }
 
 Outcome Host::createInstance(const std::string& provider, const ObjectPath& path, const Instance& instance) {
@@ -235,40 +272,62 @@ Outcome Host::execQuery(const std::string& provider, const ObjectPath& classPath
 Outcome Host::associators(const std::string& provider, const ObjectPath& path, const OptString& assocClass,
                           const OptString& resultClass, const OptString& role, const OptString& resultRole,
                           const PropertyList& properties) {
-  Request r = make(Op::Associators, path);
-  r.assocClass = assocClass;
-  r.resultClass = resultClass;
-  r.role = role;
-  r.resultRole = resultRole;
-  r.properties = properties;
-  return impl_->run(provider, r, nullptr);
+  return impl_->run(
+      provider, associationRequest(Op::Associators, path, assocClass, resultClass, role, resultRole, properties),
+      nullptr);
+}
+
+Outcome Host::associators(const std::string& provider, const ObjectPath& path, const OptString& assocClass,
+                          const OptString& resultClass, const OptString& role, const OptString& resultRole,
+                          const PropertyList& properties, ResultSink& sink) {
+  return impl_->run(
+      provider, associationRequest(Op::Associators, path, assocClass, resultClass, role, resultRole, properties),
+      nullptr, &sink);
 }
 
 Outcome Host::associatorNames(const std::string& provider, const ObjectPath& path, const OptString& assocClass,
                               const OptString& resultClass, const OptString& role, const OptString& resultRole) {
-  Request r = make(Op::AssociatorNames, path);
-  r.assocClass = assocClass;
-  r.resultClass = resultClass;
-  r.role = role;
-  r.resultRole = resultRole;
-  return impl_->run(provider, r, nullptr);
+  return impl_->run(
+      provider, associationRequest(Op::AssociatorNames, path, assocClass, resultClass, role, resultRole, std::nullopt),
+      nullptr);
+}
+
+Outcome Host::associatorNames(const std::string& provider, const ObjectPath& path, const OptString& assocClass,
+                              const OptString& resultClass, const OptString& role, const OptString& resultRole,
+                              ResultSink& sink) {
+  return impl_->run(
+      provider, associationRequest(Op::AssociatorNames, path, assocClass, resultClass, role, resultRole, std::nullopt),
+      nullptr, &sink);
 }
 
 Outcome Host::references(const std::string& provider, const ObjectPath& path, const OptString& resultClass,
                          const OptString& role, const PropertyList& properties) {
-  Request r = make(Op::References, path);
-  r.resultClass = resultClass;
-  r.role = role;
-  r.properties = properties;
-  return impl_->run(provider, r, nullptr);
+  return impl_->run(
+      provider, associationRequest(Op::References, path, std::nullopt, resultClass, role, std::nullopt, properties),
+      nullptr);
+}
+
+Outcome Host::references(const std::string& provider, const ObjectPath& path, const OptString& resultClass,
+                         const OptString& role, const PropertyList& properties, ResultSink& sink) {
+  return impl_->run(
+      provider, associationRequest(Op::References, path, std::nullopt, resultClass, role, std::nullopt, properties),
+      nullptr, &sink);
 }
 
 Outcome Host::referenceNames(const std::string& provider, const ObjectPath& path, const OptString& resultClass,
                              const OptString& role) {
-  Request r = make(Op::ReferenceNames, path);
-  r.resultClass = resultClass;
-  r.role = role;
-  return impl_->run(provider, r, nullptr);
+  return impl_->run(provider,
+                    associationRequest(Op::ReferenceNames, path, std::nullopt, resultClass, role, std::nullopt,
+                                       std::nullopt),
+                    nullptr);
+}
+
+Outcome Host::referenceNames(const std::string& provider, const ObjectPath& path, const OptString& resultClass,
+                             const OptString& role, ResultSink& sink) {
+  return impl_->run(provider,
+                    associationRequest(Op::ReferenceNames, path, std::nullopt, resultClass, role, std::nullopt,
+                                       std::nullopt),
+                    nullptr, &sink);
 }
 
 Outcome Host::invokeMethod(const std::string& provider, const ObjectPath& path, const std::string& method,
@@ -326,7 +385,7 @@ std::vector<Status> Host::unload() {
   impl_->requireLoaded();
   std::vector<Status> out;
   {
-    detail::ScopeGuard scope(impl_->broker.store());
+    detail::RequestStore objects(impl_->broker);
     out = impl_->registry.cleanupAll(impl_->broker, impl_->ambient);
   }
   impl_->module.close();
@@ -356,7 +415,7 @@ CMPIContext* Host::makeContext(const std::string& nameSpace) {
   return detail::makeContext(impl_->broker, impl_->contextEntries(nameSpace))->face();
 }
 
-std::size_t Host::liveClones() const { return impl_->broker.store().liveClones(); }
+std::size_t Host::liveClones() const { return impl_->broker.ownStore().liveClones(); }
 std::vector<LogRecord> Host::logMessages() const { return impl_->broker.logs(false); }
 std::vector<LogRecord> Host::traces() const { return impl_->broker.logs(true); }
 

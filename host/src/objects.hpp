@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "zeda/host/instance.hpp"
 #include "zeda/host/object_path.hpp"
 #include "zeda/host/outcome.hpp"
+#include "zeda/host/result_sink.hpp"
 #include "zeda/host/value.hpp"
 
 namespace zeda::host::detail {
@@ -79,11 +81,26 @@ class EnumerationObj : public Enc<CMPIEnumeration> {
   std::size_t next = 0;
 };
 
-// Collects what a provider returns into an Outcome owned by the caller.
+// Hands what a provider returns to a sink (results) and an Outcome (done,
+// errors), both owned by the caller.
 class ResultObj : public Enc<CMPIResult> {
  public:
-  ResultObj(Broker& b, Outcome& sink);
-  Outcome* sink;
+  ResultObj(Broker& b, Outcome& outcome, ResultSink& sink);
+  Outcome* outcome;
+  ResultSink* sink;
+  std::mutex mutex;  // one return call at a time, whichever thread makes it
+};
+
+// A sink that appends every result to an Outcome's results.
+class CollectingSink final : public ResultSink {
+ public:
+  explicit CollectingSink(Outcome& outcome) : outcome_(outcome) {}
+  void instance(const Instance& i) override { outcome_.results.emplace_back(i); }
+  void path(const ObjectPath& p) override { outcome_.results.emplace_back(p); }
+  void value(const Value& v) override { outcome_.results.emplace_back(v); }
+
+ private:
+  Outcome& outcome_;
 };
 
 class ErrorObj : public Enc<CMPIError> {
@@ -123,7 +140,7 @@ InstanceObj* makeInstance(Broker& b, Instance inst);
 ArgsObj* makeArgs(Broker& b, std::vector<NamedValue> args = {});
 ContextObj* makeContext(Broker& b, std::vector<NamedValue> entries);
 EnumerationObj* makeEnumeration(Broker& b, std::vector<Value> items);
-ResultObj* makeResult(Broker& b, Outcome& sink);
+ResultObj* makeResult(Broker& b, Outcome& outcome, ResultSink& sink);
 ErrorObj* makeError(Broker& b);
 SelectExpObj* makeSelectExp(Broker& b, std::string query, std::string language);
 
@@ -152,7 +169,7 @@ template <typename Obj, typename Face>
 CMPIStatus releaseFace(Face* face) {
   Obj* o = unwrap<Obj>(face);
   if (o == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
-  o->broker().store().release(*o);
+  o->broker().release(*o);
   return status(CMPI_RC_OK);
 }
 
@@ -165,7 +182,7 @@ Face* cloneFace(const Face* face, CMPIStatus* rc, Copy copy) {
       setStatus(rc, CMPI_RC_ERR_INVALID_HANDLE);
       return nullptr;
     }
-    Obj* c = o->broker().store().adoptClone(copy(*o));
+    Obj* c = o->broker().ownStore().adoptClone(copy(*o));
     setStatus(rc, CMPI_RC_OK);
     return c->face();
   });

@@ -1,0 +1,121 @@
+// Results handed to a sink one by one as the provider returns them, and the
+// instance the broker holds handed over as it is.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "host_fixture.hpp"
+#include "zeda/host/format.hpp"
+
+using namespace zeda::host;
+
+namespace {
+
+constexpr unsigned kItems = 500;  // what ZEDA_HostMany enumerates
+
+const char* manyProvider() { return ZEDA_TEST_CONCURRENT_PROVIDER; }
+
+ObjectPath manyClass(const std::string& tag) {
+  return ObjectPath("root/cimv2", "ZEDA_HostMany", {{"Tag", Value::string(tag)}});
+}
+
+// Records each result with the number of results seen before it.
+class Recorder final : public ResultSink {
+ public:
+  void instance(const Instance& i) override { instances.push_back(i); }
+  void path(const ObjectPath& p) override { paths.push_back(p); }
+  void value(const Value& v) override { values.push_back(v); }
+  std::vector<Instance> instances;
+  std::vector<ObjectPath> paths;
+  std::vector<Value> values;
+};
+
+// Fails the provider's returnInstance after a number of results: proves the
+// sink runs inside the provider's call, not after it returned.
+class Refuser final : public ResultSink {
+ public:
+  explicit Refuser(unsigned after) : after_(after) {}
+  void instance(const Instance&) override {
+    if (++seen_ > after_) throw std::runtime_error("enough");
+  }
+  void path(const ObjectPath&) override {}
+  void value(const Value&) override {}
+  unsigned seen() const { return seen_; }
+
+ private:
+  unsigned after_;
+  unsigned seen_ = 0;
+};
+
+}  // namespace
+
+TEST(Streaming, EveryResultGoesToTheSinkInOrderAndNoneIntoTheOutcome) {
+  Host h(manyProvider());
+  Recorder sink;
+  const Outcome out = h.enumerateInstances("ZEDA_HostManyProvider", manyClass("s"), std::nullopt, sink);
+  ASSERT_TRUE(out.ok()) << out.status.code;
+  EXPECT_TRUE(out.done);
+  EXPECT_TRUE(out.results.empty());
+  ASSERT_EQ(sink.instances.size(), kItems);
+  for (unsigned i = 0; i < kItems; ++i) {
+    const Instance& inst = sink.instances[i];
+    EXPECT_EQ(inst.property("Index").u(), i);
+    EXPECT_EQ(inst.property("Name").str(), "item-" + std::to_string(i));
+    EXPECT_EQ(inst.property("Tag").str(), "s");
+    EXPECT_EQ(inst.path().key("Name").str(), "item-" + std::to_string(i));
+  }
+}
+
+TEST(Streaming, TheSinkRunsWhileTheProviderIsStillReturning) {
+  Host h(manyProvider());
+  Refuser sink(3);
+  const Outcome out = h.enumerateInstances("ZEDA_HostManyProvider", manyClass("r"), std::nullopt, sink);
+  // The provider stops at the first failed returnInstance and answers it.
+  EXPECT_EQ(out.status.code, CMPI_RC_ERR_FAILED);
+  EXPECT_FALSE(out.done);
+  EXPECT_EQ(sink.seen(), 4u);
+}
+
+TEST(Streaming, CollectedAndStreamedResultsAreTheSame) {
+  Host h(test_support::testProvider());
+  const ObjectPath cls("root/cimv2", test_support::kTestClass);
+  const Outcome collected = h.enumerateInstances(test_support::kTestProvider, cls);
+  Recorder sink;
+  const Outcome streamed = h.enumerateInstances(test_support::kTestProvider, cls, std::nullopt, sink);
+  ASSERT_TRUE(collected.ok());
+  ASSERT_TRUE(streamed.ok());
+  EXPECT_EQ(collected.instances(), sink.instances);
+  EXPECT_EQ(collected.done, streamed.done);
+
+  const Outcome names = h.enumerateInstanceNames(test_support::kTestProvider, cls);
+  Recorder pathSink;
+  h.enumerateInstanceNames(test_support::kTestProvider, cls, pathSink);
+  EXPECT_EQ(names.paths(), pathSink.paths);
+  ASSERT_FALSE(pathSink.paths.empty());
+}
+
+TEST(Streaming, AFilteredInstanceIsHandedOverWithTheFilterApplied) {
+  // The broker's own instance is handed over without reading it back through
+  // the function table: what the filter dropped stays dropped, the key stays.
+  Host h(test_support::testProvider());
+  Recorder sink;
+  const Outcome out = h.getInstance(test_support::kTestProvider, test_support::testPath("1"),
+                                    std::vector<std::string>{"U16"}, sink);
+  ASSERT_TRUE(out.ok());
+  ASSERT_EQ(sink.instances.size(), 1u);
+  EXPECT_EQ(sink.instances[0].names(), (std::vector<std::string>{"InstanceID", "U16"}));
+  EXPECT_EQ(sink.instances[0].property("U16").u(), 65535u);
+}
+
+TEST(Streaming, ObjectsOfARequestAreFreedWhenItEnds) {
+  Host h(manyProvider());
+  Recorder sink;
+  h.enumerateInstances("ZEDA_HostManyProvider", manyClass("f"), std::nullopt, sink);
+  // Nothing of the request outlives it: no clone, and the next request still
+  // works on a fresh store.
+  EXPECT_EQ(h.liveClones(), 0u);
+  Recorder again;
+  EXPECT_TRUE(h.enumerateInstances("ZEDA_HostManyProvider", manyClass("g"), std::nullopt, again).ok());
+  EXPECT_EQ(again.instances.size(), kItems);
+}
