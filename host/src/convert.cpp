@@ -39,7 +39,7 @@ Value readScalar(const CMPIData& data, CMPIType type) {
     case CMPI_string: {
       if (v.string == nullptr || v.string->hdl == nullptr) throw RcError(CMPI_RC_ERR_INVALID_HANDLE);
       auto text = detail::readString(v.string);
-      return text ? Value::string(*text) : Value::null(CMPI_string);
+      return text ? Value::string(std::move(*text)) : Value::null(CMPI_string);
     }
     case CMPI_dateTime: {
       const CMPIDateTime* dt = v.dateTime;
@@ -48,7 +48,7 @@ Value readScalar(const CMPIData& data, CMPIType type) {
       CMPIString* s = dt->ft->getStringFormat(dt, &st);
       check(st, "CMPIDateTime getStringFormat");
       auto text = detail::readString(s);
-      return text ? Value::dateTime(*text) : Value::null(CMPI_dateTime);
+      return text ? Value::dateTime(std::move(*text)) : Value::null(CMPI_dateTime);
     }
     case CMPI_ref:
       if (v.ref == nullptr || v.ref->hdl == nullptr) throw RcError(CMPI_RC_ERR_INVALID_HANDLE);

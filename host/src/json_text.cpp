@@ -12,6 +12,52 @@ namespace {
 
 constexpr char kHex[] = "0123456789abcdef";
 
+// Bytes a JSON string cannot carry as they are: ", \\, control characters,
+// and every byte of a multi-byte sequence (checked for UTF-8).
+struct Special {
+  bool table[256] = {};
+  constexpr Special() {
+    for (int c = 0; c < 0x20; ++c) table[c] = true;
+    for (int c = 0x80; c < 0x100; ++c) table[c] = true;
+    table[static_cast<unsigned char>('"')] = true;
+    table[static_cast<unsigned char>('\\')] = true;
+  }
+};
+constexpr Special kSpecial;
+
+// The CIM type name of a value's code, quoted; type names are plain ASCII.
+void appendTypeName(std::string& out, TypeCode code) {
+  const char* name = nullptr;
+  switch (static_cast<TypeCode>(code & ~type::array)) {
+    case type::boolean: name = "boolean"; break;
+    case type::char16: name = "char16"; break;
+    case type::real32: name = "real32"; break;
+    case type::real64: name = "real64"; break;
+    case type::uint8: name = "uint8"; break;
+    case type::uint16: name = "uint16"; break;
+    case type::uint32: name = "uint32"; break;
+    case type::uint64: name = "uint64"; break;
+    case type::sint8: name = "sint8"; break;
+    case type::sint16: name = "sint16"; break;
+    case type::sint32: name = "sint32"; break;
+    case type::sint64: name = "sint64"; break;
+    case type::instance: name = "instance"; break;
+    case type::ref: name = "reference"; break;
+    case type::string:
+    case type::chars: name = "string"; break;
+    case type::dateTime: name = "datetime"; break;
+    default: break;
+  }
+  if (name == nullptr) {
+    appendJsonString(out, typeName(code));  // null and unknown codes
+    return;
+  }
+  out += '"';
+  out += name;
+  if ((code & type::array) != 0) out += "[]";
+  out += '"';
+}
+
 void appendUnsigned(std::string& out, std::uint64_t v) {
   char buf[24];
   const auto res = std::to_chars(buf, buf + sizeof buf, v);
@@ -44,7 +90,7 @@ void appendNamed(std::string& out, const NamedValue& nv) {
   out += "{\"name\":";
   appendJsonString(out, nv.name);
   out += ",\"type\":";
-  appendJsonString(out, nv.value.typeName());
+  appendTypeName(out, nv.value.type());
   out += ",\"value\":";
   appendJsonValue(out, nv.value);
   out += '}';
@@ -71,6 +117,10 @@ void appendJsonString(std::string& out, std::string_view s) {
   };
   for (std::size_t i = 0; i < s.size();) {
     const auto byte = static_cast<unsigned char>(s[i]);
+    if (!kSpecial.table[byte]) {
+      ++i;
+      continue;
+    }
     if (byte >= 0x80) {
       std::size_t bad = 0;
       const std::size_t length = utf8SequenceLength(s, i, &bad);
@@ -82,10 +132,6 @@ void appendJsonString(std::string& out, std::string_view s) {
       out += kReplacementCharacter;
       i += bad;
       plain = i;
-      continue;
-    }
-    if (byte >= 0x20 && byte != '"' && byte != '\\') {
-      ++i;
       continue;
     }
     flush(i);
@@ -167,7 +213,7 @@ void appendJsonInstance(std::string& out, const Instance& i) {
 
 void appendJsonTypedValue(std::string& out, const Value& v) {
   out += "{\"type\":";
-  appendJsonString(out, v.typeName());
+  appendTypeName(out, v.type());
   out += ",\"value\":";
   appendJsonValue(out, v);
   out += '}';

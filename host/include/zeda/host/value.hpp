@@ -119,11 +119,25 @@ class Value {
   struct Payload;  // opaque, defined by the implementation
 
  private:
+  // Booleans, integers and reals are held in the value itself; strings,
+  // paths, instances and arrays in a shared immutable payload.
+  union Scalar {
+    bool b;
+    std::uint64_t u;
+    std::int64_t s;
+    double r;
+  };
   Value(TypeCode type, bool null, std::shared_ptr<const Payload> payload);
+  Value(TypeCode type, Scalar scalar);
+  static Scalar unsignedScalar(std::uint64_t v);
+  static Scalar signedScalar(std::int64_t v);
+  static Scalar realScalar(double v);
   const Payload& expect(bool ok, std::string_view wanted) const;
+  const Scalar& expectScalar(bool ok, std::string_view wanted) const;
 
   TypeCode type_ = type::null;
   bool null_ = true;
+  Scalar scalar_{};
   std::shared_ptr<const Payload> payload_;
 };
 
