@@ -7,7 +7,7 @@ namespace zeda::host::detail {
 
 InstanceObj::InstanceObj(Broker& b, Instance i) : Enc(b, &b.tables().instance), inst(std::move(i)) {}
 
-bool InstanceObj::admits(const std::string& name) const {
+bool InstanceObj::admits(std::string_view name) const {
   if (!propertyFilter) return true;
   for (const auto& n : *propertyFilter) {
     if (namesEqual(n, name)) return true;

@@ -6,6 +6,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "broker.hpp"
@@ -59,7 +60,7 @@ class InstanceObj : public Enc<CMPIInstance> {
   // Set by setPropertyFilter; nullopt: no filter.
   std::optional<std::vector<std::string>> propertyFilter;
   std::vector<std::string> keyFilter;
-  bool admits(const std::string& name) const;
+  bool admits(std::string_view name) const;
 };
 
 class ArgsObj : public Enc<CMPIArgs> {
