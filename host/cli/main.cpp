@@ -141,11 +141,9 @@ class Stderr {
       ::close(null);
     }
   }
-  ~Stderr() {
-    if (own_ < 0) return;
-    ::dup2(own_, STDERR_FILENO);
-    ::close(own_);
-  }
+  // Descriptor 2 stays on /dev/null to the end: libraries of the module may
+  // still print from their exit handlers.
+  ~Stderr() = default;
   Stderr(const Stderr&) = delete;
   Stderr& operator=(const Stderr&) = delete;
 
