@@ -38,6 +38,7 @@ Value readScalar(const CMPIData& data, CMPIType type) {
       return v.chars == nullptr ? Value::null(CMPI_string) : Value::string(v.chars);
     case CMPI_string: {
       if (v.string == nullptr || v.string->hdl == nullptr) throw RcError(CMPI_RC_ERR_INVALID_HANDLE);
+      if (const Value* own = detail::ownStringText(v.string)) return *own;  // shared, not copied
       auto text = detail::readString(v.string);
       return text ? Value::string(std::move(*text)) : Value::null(CMPI_string);
     }

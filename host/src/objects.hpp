@@ -22,8 +22,13 @@ namespace zeda::host::detail {
 class StringObj : public Enc<CMPIString> {
  public:
   StringObj(Broker& b, std::optional<std::string> text);
-  std::optional<std::string> text;  // nullopt: made from a NULL char*
+  StringObj(Broker& b, Value text);
+  Value text;  // a string, or a null string when made from a NULL char*
 };
+
+// The text of a CMPIString made by this host (any broker of the process),
+// or null for a string of another CMPI implementation.
+const Value* ownStringText(const CMPIString* s);
 
 class ArrayObj : public Enc<CMPIArray> {
  public:
