@@ -118,6 +118,12 @@ CMPIStatus setPropertyWithOrigin(const CMPIInstance* ci, const char* name, const
 
 }  // namespace
 
+const Instance* ownInstance(const CMPIInstance* ci) {
+  // Every broker's instance table has this getPropertyAt: the face is one of ours.
+  if (ci == nullptr || ci->hdl == nullptr || ci->ft == nullptr || ci->ft->getPropertyAt != getPropertyAt) return nullptr;
+  return &unwrap<InstanceObj>(ci)->inst;
+}
+
 void fillInstanceFT(CMPIInstanceFT& ft) {
   ft.ftVersion = CMPIVersion200;
   ft.release = release;

@@ -91,6 +91,7 @@ Value readData(const CMPIData& data) {
 
 ObjectPath readObjectPath(const CMPIObjectPath* path) {
   if (path == nullptr || path->hdl == nullptr) throw std::runtime_error("null or released CMPIObjectPath");
+  if (const ObjectPath* own = detail::ownObjectPath(path)) return *own;
   CMPIStatus st{CMPI_RC_OK, nullptr};
   auto ns = detail::readString(path->ft->getNameSpace(path, &st));
   check(st, "CMPIObjectPath getNameSpace");
@@ -110,6 +111,7 @@ ObjectPath readObjectPath(const CMPIObjectPath* path) {
 
 Instance readInstance(const CMPIInstance* instance) {
   if (instance == nullptr || instance->hdl == nullptr) throw std::runtime_error("null or released CMPIInstance");
+  if (const Instance* own = detail::ownInstance(instance)) return *own;
   CMPIStatus st{CMPI_RC_OK, nullptr};
   const CMPIObjectPath* op = instance->ft->getObjectPath(instance, &st);
   check(st, "CMPIInstance getObjectPath");

@@ -41,14 +41,18 @@ class EncObject {
   bool released() const { return released_; }
   void setClone() { clone_ = true; }
   // Marks the object dead: its face answers every later call with
-  // CMPI_RC_ERR_INVALID_HANDLE.
+  // CMPI_RC_ERR_INVALID_HANDLE. What it holds is freed at once; only the
+  // small shell waits for the end of its scope.
   void markReleased() {
     released_ = true;
     clearHandle();
+    dropContent();
   }
 
  protected:
   virtual void clearHandle() = 0;
+  // Frees the content of a released object (nothing reads it any more).
+  virtual void dropContent() {}
 
  private:
   Broker* broker_;

@@ -1,6 +1,7 @@
 // Results handed to a sink one by one as the provider returns them, and the
 // instance the broker holds handed over as it is.
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include <string>
 #include <vector>
@@ -106,6 +107,41 @@ TEST(Streaming, AFilteredInstanceIsHandedOverWithTheFilterApplied) {
   ASSERT_EQ(sink.instances.size(), 1u);
   EXPECT_EQ(sink.instances[0].names(), (std::vector<std::string>{"InstanceID", "U16"}));
   EXPECT_EQ(sink.instances[0].property("U16").u(), 65535u);
+}
+
+// Heap in use now, in bytes.
+std::size_t heapInUse() { return mallinfo2().uordblks; }
+
+// Notes the heap in use at two results of the enumeration.
+class HeapProbe final : public ResultSink {
+ public:
+  void instance(const Instance&) override {
+    ++seen;
+    if (seen == 100) atFirst = heapInUse();
+    if (seen == kItems) atLast = heapInUse();
+  }
+  void path(const ObjectPath&) override {}
+  void value(const Value&) override {}
+  double bytesPerResult() const {
+    return (static_cast<double>(atLast) - static_cast<double>(atFirst)) / (kItems - 100);
+  }
+  unsigned seen = 0;
+  std::size_t atFirst = 0;
+  std::size_t atLast = 0;
+};
+
+TEST(Streaming, WhatAProviderReleasesIsFreedAtOnce) {
+  // A released object keeps only its small shell until the call ends, so a
+  // provider that releases what it returned runs in far less memory than
+  // one that keeps everything to the end of the call.
+  Host h(manyProvider());
+  HeapProbe keep;
+  ASSERT_TRUE(h.enumerateInstances("ZEDA_HostManyProvider", manyClass("keep"), std::nullopt, keep).ok());
+  HeapProbe released;
+  ASSERT_TRUE(h.enumerateInstances("ZEDA_HostManyProvider", manyClass("release"), std::nullopt, released).ok());
+  ASSERT_EQ(released.seen, kItems);
+  EXPECT_LT(released.bytesPerResult(), 0.6 * keep.bytesPerResult())
+      << "released " << released.bytesPerResult() << " B/result, kept " << keep.bytesPerResult() << " B/result";
 }
 
 TEST(Streaming, ObjectsOfARequestAreFreedWhenItEnds) {

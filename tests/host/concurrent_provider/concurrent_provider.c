@@ -4,6 +4,8 @@
  * ZEDA_HostMany: enumerateInstances returns kItems instances (Index uint32,
  * Name "item-<Index>", Tag = the Tag key of the class path handed in, so a
  * test tells the requests apart); every object is made through the broker.
+ * With Tag "release" it releases each instance, path and string once the
+ * instance is returned.
  * ZEDA_HostSlowA / ZEDA_HostSlowB: factories that take a while and count how
  * many calls of the same class overlap; zeda_slow_*() read the counters.
  */
@@ -44,6 +46,7 @@ static CMPIStatus enumerate(CMPIInstanceMI* mi, const CMPIContext* ctx, const CM
     const char* ns = classPath->ft->getNameSpace(classPath, NULL)->ft->getCharPtr(
         classPath->ft->getNameSpace(classPath, NULL), NULL);
     const char* tag = tag_of(classPath);
+    const int release = strcmp(tag, "release") == 0;
     unsigned int i;
     (void)mi;
     (void)ctx;
@@ -65,6 +68,11 @@ static CMPIStatus enumerate(CMPIInstanceMI* mi, const CMPIContext* ctx, const CM
         ci->ft->setProperty(ci, "Tag", (const CMPIValue*)tag, CMPI_chars);
         st = rslt->ft->returnInstance(rslt, ci);
         if (st.rc != CMPI_RC_OK) return st;
+        if (release) {
+            v.string->ft->release(v.string);
+            ci->ft->release(ci);
+            op->ft->release(op);
+        }
     }
     rslt->ft->returnDone(rslt);
     return ok_status();
