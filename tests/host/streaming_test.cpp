@@ -140,6 +140,9 @@ TEST(Streaming, WhatAProviderReleasesIsFreedAtOnce) {
   HeapProbe released;
   ASSERT_TRUE(h.enumerateInstances("ZEDA_HostManyProvider", manyClass("release"), std::nullopt, released).ok());
   ASSERT_EQ(released.seen, kItems);
+  if (keep.bytesPerResult() <= 0) {
+    GTEST_SKIP() << "no heap statistics here (a sanitizer's allocator answers mallinfo2 with zeros)";
+  }
   EXPECT_LT(released.bytesPerResult(), 0.6 * keep.bytesPerResult())
       << "released " << released.bytesPerResult() << " B/result, kept " << keep.bytesPerResult() << " B/result";
 }
