@@ -1,6 +1,7 @@
 // The CIM value model: immutable values with checked accessors.
 #include "zeda/host/value.hpp"
 
+#include <atomic>
 #include <sstream>
 #include <utility>
 #include <variant>
@@ -12,7 +13,9 @@
 namespace zeda::host {
 
 // Paths and instances are held by pointer: a string payload stays small.
+// refs counts the values sharing the payload; the last one deletes it.
 struct Value::Payload {
+  mutable std::atomic<long> refs{1};
   std::variant<std::string, std::unique_ptr<const ObjectPath>, std::unique_ptr<const Instance>, std::vector<Value>>
       data;
 };
@@ -52,11 +55,12 @@ std::string scalarName(TypeCode t) {
   }
 }
 
+// A payload with one count, which the Value made from it takes over.
 template <typename T>
-std::shared_ptr<const Value::Payload> makePayload(T v) {
-  auto p = std::make_shared<Value::Payload>();
+const Value::Payload* makePayload(T v) {
+  auto p = std::make_unique<Value::Payload>();
   p->data = std::move(v);
-  return p;
+  return p.release();
 }
 
 bool payloadsEqual(const Value::Payload& a, const Value::Payload& b) {
@@ -100,8 +104,46 @@ bool namesEqual(std::string_view a, std::string_view b) {
 
 Value::Value() = default;
 
-Value::Value(TypeCode type, bool null, std::shared_ptr<const Payload> payload)
-    : type_(type), null_(null), payload_(std::move(payload)) {}
+Value::Value(TypeCode type, const Payload* payload) : type_(type), null_(false) { scalar_.payload = payload; }
+
+bool Value::holdsPayload() const {
+  return !null_ && (isArray() || isStringCode(type_) || type_ == type::dateTime || type_ == type::ref ||
+                    type_ == type::instance);
+}
+
+Value::Value(const Value& other) : type_(other.type_), null_(other.null_), scalar_(other.scalar_) {
+  if (holdsPayload()) scalar_.payload->refs.fetch_add(1, std::memory_order_relaxed);
+}
+
+Value::Value(Value&& other) noexcept : type_(other.type_), null_(other.null_), scalar_(other.scalar_) {
+  other.type_ = type::null;
+  other.null_ = true;
+  other.scalar_ = Scalar{};
+}
+
+Value& Value::operator=(const Value& other) {
+  Value copy(other);
+  swap(copy);
+  return *this;
+}
+
+Value& Value::operator=(Value&& other) noexcept {
+  Value taken(std::move(other));
+  swap(taken);
+  return *this;
+}
+
+Value::~Value() {
+  if (holdsPayload() && scalar_.payload->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    delete scalar_.payload;
+  }
+}
+
+void Value::swap(Value& other) noexcept {
+  std::swap(type_, other.type_);
+  std::swap(null_, other.null_);
+  std::swap(scalar_, other.scalar_);
+}
 
 Value::Value(TypeCode type, Scalar scalar) : type_(type), null_(false), scalar_(scalar) {}
 
@@ -121,7 +163,11 @@ Value::Scalar Value::realScalar(double v) {
   return s;
 }
 
-Value Value::null(TypeCode t) { return Value(t, true, nullptr); }
+Value Value::null(TypeCode t) {
+  Value v;
+  v.type_ = t;
+  return v;
+}
 Value Value::boolean(bool v) {
   Scalar s{};
   s.b = v;
@@ -138,13 +184,13 @@ Value Value::sint32(std::int32_t v) { return Value(type::sint32, signedScalar(v)
 Value Value::sint64(std::int64_t v) { return Value(type::sint64, signedScalar(v)); }
 Value Value::real32(float v) { return Value(type::real32, realScalar(v)); }
 Value Value::real64(double v) { return Value(type::real64, realScalar(v)); }
-Value Value::string(std::string v) { return Value(type::string, false, makePayload(std::move(v))); }
-Value Value::dateTime(std::string text) { return Value(type::dateTime, false, makePayload(std::move(text))); }
+Value Value::string(std::string v) { return Value(type::string, makePayload(std::move(v))); }
+Value Value::dateTime(std::string text) { return Value(type::dateTime, makePayload(std::move(text))); }
 Value Value::reference(ObjectPath path) {
-  return Value(type::ref, false, makePayload(std::make_unique<const ObjectPath>(std::move(path))));
+  return Value(type::ref, makePayload(std::make_unique<const ObjectPath>(std::move(path))));
 }
 Value Value::instance(Instance inst) {
-  return Value(type::instance, false, makePayload(std::make_unique<const Instance>(std::move(inst))));
+  return Value(type::instance, makePayload(std::make_unique<const Instance>(std::move(inst))));
 }
 
 Value Value::array(TypeCode elementType, std::vector<Value> elements) {
@@ -155,7 +201,7 @@ Value Value::array(TypeCode elementType, std::vector<Value> elements) {
       throw TypeMismatch("array of " + zeda::host::typeName(scalar) + " cannot hold an element of type " + e.typeName());
     }
   }
-  return Value(static_cast<TypeCode>(scalar | type::array), false, makePayload(std::move(elements)));
+  return Value(static_cast<TypeCode>(scalar | type::array), makePayload(std::move(elements)));
 }
 
 namespace {
@@ -185,10 +231,10 @@ const Value::Payload& Value::expect(bool ok, std::string_view wanted) const {
   if (!ok) {
     throw TypeMismatch("value is " + typeName() + ", not " + std::string(wanted));
   }
-  if (null_ || !payload_) {
+  if (!holdsPayload()) {
     throw TypeMismatch("value is a null " + typeName() + ", not a " + std::string(wanted) + " value");
   }
-  return *payload_;
+  return *scalar_.payload;
 }
 
 const Value::Scalar& Value::expectScalar(bool ok, std::string_view wanted) const {
@@ -261,9 +307,9 @@ bool Value::operator==(const Value& other) const {
   if (isUnsignedCode(type_)) return scalar_.u == other.scalar_.u;
   if (isSignedCode(type_)) return scalar_.s == other.scalar_.s;
   if (isRealCode(type_)) return scalar_.r == other.scalar_.r;
-  if (payload_ == other.payload_) return true;
-  if (!payload_ || !other.payload_) return false;
-  return payloadsEqual(*payload_, *other.payload_);
+  if (!holdsPayload() || !other.holdsPayload()) return holdsPayload() == other.holdsPayload();
+  if (scalar_.payload == other.scalar_.payload) return true;
+  return payloadsEqual(*scalar_.payload, *other.scalar_.payload);
 }
 
 std::string Value::debugString() const {
@@ -289,7 +335,7 @@ std::string Value::debugString() const {
     out << scalar_.r;
     return out.str();
   }
-  if (!payload_) {
+  if (!holdsPayload()) {
     out << "NULL";
     return out.str();
   }
@@ -308,7 +354,7 @@ std::string Value::debugString() const {
           out << '}';
         }
       },
-      payload_->data);
+      scalar_.payload->data);
   return out.str();
 }
 
