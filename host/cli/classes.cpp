@@ -2,7 +2,7 @@
 
 #include <map>
 
-#include <nlohmann/json.hpp>
+#include "zeda/host/format.hpp"
 
 namespace zeda::cim {
 
@@ -62,19 +62,21 @@ void printClasses(std::ostream& out, Format format, const std::vector<std::strin
       }
       break;
     case Format::Json: {
-      nlohmann::ordered_json doc;
-      doc["operation"] = "classes";
-      doc["status"] = {{"code", 0}, {"message", nullptr}};
-      doc["done"] = true;
-      doc["results"] = nlohmann::ordered_json::array();
+      std::string text = "{\n  \"operation\": \"classes\",\n  \"status\": {\"code\": 0, \"message\": null},\n"
+                         "  \"done\": true,\n  \"results\": [";
+      bool first = true;
       for (const auto& c : classes) {
-        nlohmann::ordered_json item;
-        item["classname"] = c.className;
-        item["provider"] = c.provider;
-        item["factories"] = c.factories;
-        doc["results"].push_back(item);
+        text += first ? "\n    " : ",\n    ";
+        first = false;
+        text += "{\"classname\":" + host::jsonQuote(c.className) + ",\"provider\":" + host::jsonQuote(c.provider) +
+                ",\"factories\":[";
+        for (std::size_t n = 0; n < c.factories.size(); ++n) {
+          text += (n ? "," : "") + host::jsonQuote(c.factories[n]);
+        }
+        text += "]}";
       }
-      out << doc.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << "\n";
+      text += first ? "]\n}\n" : "\n  ]\n}\n";
+      out << text;
       break;
     }
     case Format::Xml:

@@ -3,7 +3,14 @@
 //
 // Exit status: 0 when the operation's status code is 0, 1 for any other
 // code, 2 for a usage error (one line on stderr).
+//
+// Standard error carries zeda-cim's own one line and nothing else: while the
+// module is loaded and runs, file descriptor 2 points to /dev/null, so that
+// what the module's libraries print there (the logging library's complaints
+// about its log directory, ...) never mixes with it.
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <iostream>
@@ -12,6 +19,7 @@
 
 #include "classes.hpp"
 #include "options.hpp"
+#include "printer.hpp"
 #include "zeda/host/format.hpp"
 #include "zeda/host/host.hpp"
 #include "zeda/host/wbem_uri.hpp"
@@ -70,59 +78,89 @@ host::ObjectPath parseTarget(const Options& o) {
   }
 }
 
-Outcome runOperation(host::Host& h, const Options& o) {
+// Each result is printed as the provider returns it.
+Outcome runOperation(host::Host& h, const Options& o, StreamPrinter& printer) {
   const host::ObjectPath path = parseTarget(o);
   const std::string& op = o.operation;
-  if (op == "ei") return h.enumerateInstances(path.className() + "Provider", path, o.properties);
-  if (op == "ein") return h.enumerateInstanceNames(path.className() + "Provider", path);
-  if (op == "gi") return h.getInstance(path.className() + "Provider", path, o.properties);
+  if (op == "ei") return h.enumerateInstances(path.className() + "Provider", path, o.properties, printer);
+  if (op == "ein") return h.enumerateInstanceNames(path.className() + "Provider", path, printer);
+  if (op == "gi") return h.getInstance(path.className() + "Provider", path, o.properties, printer);
   // Association operations: the provider of --provider, else of --assoc-class.
   const std::string provider = (o.provider ? *o.provider : *o.assocClass) + "Provider";
   if (op == "ai") {
-    return h.associators(provider, path, o.assocClass, o.resultClass, o.role, o.resultRole, o.properties);
+    return h.associators(provider, path, o.assocClass, o.resultClass, o.role, o.resultRole, o.properties, printer);
   }
-  if (op == "ain") return h.associatorNames(provider, path, o.assocClass, o.resultClass, o.role, o.resultRole);
-  if (op == "ri") return h.references(provider, path, o.resultClass, o.role, o.properties);
-  return h.referenceNames(provider, path, o.resultClass, o.role);
+  if (op == "ain") {
+    return h.associatorNames(provider, path, o.assocClass, o.resultClass, o.role, o.resultRole, printer);
+  }
+  if (op == "ri") return h.references(provider, path, o.resultClass, o.role, o.properties, printer);
+  return h.referenceNames(provider, path, o.resultClass, o.role, printer);
 }
 
-// The text with its control characters written as escapes (\n, \t, \xNN):
-// whatever the user typed or a provider answered, a message stays one line.
+// The text with its control characters written as escapes (\n, \t, \xNN)
+// and each byte that is not UTF-8 as \xNN: whatever the user typed or a
+// provider answered, a message stays one line of valid UTF-8.
 std::string oneLine(const std::string& text) {
+  static const char kHex[] = "0123456789abcdef";
   std::string out;
-  for (const char c : text) {
+  for (std::size_t i = 0; i < text.size();) {
+    const char c = text[i];
     const auto byte = static_cast<unsigned char>(c);
+    const std::size_t length = host::utf8Length(text, i);
+    if (byte >= 0x80 && length > 0) {
+      out.append(text, i, length);
+      i += length;
+      continue;
+    }
     if (c == '\n') {
       out += "\\n";
     } else if (c == '\r') {
       out += "\\r";
     } else if (c == '\t') {
       out += "\\t";
-    } else if (byte < 0x20 || byte == 0x7f) {
-      static const char kHex[] = "0123456789abcdef";
+    } else if (byte < 0x20 || byte >= 0x7f) {
       out += "\\x";
       out += kHex[byte >> 4];
       out += kHex[byte & 0xf];
     } else {
       out += c;
     }
+    ++i;
   }
   return out;
 }
 
-void print(const Options& o, const Outcome& out) {
-  switch (o.format) {
-    case Format::Json: std::cout << host::toJson(o.operation, out); break;
-    case Format::Mof: std::cout << host::toMof(out); break;
-    case Format::Xml: std::cout << host::toXml(out); break;
+// Where zeda-cim's own messages go, and /dev/null on descriptor 2 meanwhile.
+class Stderr {
+ public:
+  Stderr() : own_(::dup(STDERR_FILENO)) {
+    if (own_ < 0) return;  // no standard error at all: nothing to keep apart
+    const int null = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+    if (null >= 0) {
+      ::dup2(null, STDERR_FILENO);
+      ::close(null);
+    }
   }
-  if (o.format != Format::Json && !out.ok()) {
-    std::cerr << "zeda-cim: " << rcName(out.status.code) << " (" << out.status.code << ")"
-              << (out.status.message ? ": " + oneLine(*out.status.message) : std::string()) << "\n";
-  }
-}
+  // Descriptor 2 stays on /dev/null to the end: libraries of the module may
+  // still print from their exit handlers.
+  ~Stderr() = default;
+  Stderr(const Stderr&) = delete;
+  Stderr& operator=(const Stderr&) = delete;
 
-int run(const std::vector<std::string>& args) {
+  // One line "zeda-cim: text", the text made one line of valid UTF-8.
+  void say(const std::string& text) const {
+    try {
+      writeAll(own_ < 0 ? STDERR_FILENO : own_, "zeda-cim: " + oneLine(text) + "\n");
+    } catch (const std::exception&) {
+      // Standard error is gone: nowhere left to say it.
+    }
+  }
+
+ private:
+  int own_;
+};
+
+int run(const std::vector<std::string>& args, const Stderr& err) {
   const Options o = parseOptions(args);
   if (o.help) {
     std::cout << usageText();
@@ -134,12 +172,19 @@ int run(const std::vector<std::string>& args) {
   if (o.operation != "classes") parseTarget(o);  // report a malformed PATH before loading anything
   exportEnvironment(o);
   host::Host h(module);
+  const std::vector<std::string> factories = h.exportedFactories();
+  if (factories.empty()) throw UsageError("module " + module + " exports no provider factory (*_Create_*MI)");
   if (o.operation == "classes") {
-    printClasses(std::cout, o.format, h.exportedFactories());
+    printClasses(std::cout, o.format, factories);
     return 0;
   }
-  const Outcome out = runOperation(h, o);
-  print(o, out);
+  StreamPrinter printer(o.format, o.operation, STDOUT_FILENO);
+  const Outcome out = runOperation(h, o, printer);
+  printer.finish(out);
+  if (o.format != Format::Json && !out.ok()) {
+    err.say(rcName(out.status.code) + " (" + std::to_string(out.status.code) + ")" +
+            (out.status.message ? ": " + *out.status.message : std::string()));
+  }
   return out.ok() ? 0 : 1;
 }
 
@@ -148,24 +193,25 @@ int run(const std::vector<std::string>& args) {
 
 int main(int argc, char** argv) {
   const std::vector<std::string> args(argv + 1, argv + argc);
+  const zeda::cim::Stderr err;
   try {
-    return zeda::cim::run(args);
+    return zeda::cim::run(args, err);
   } catch (const zeda::cim::UsageError& e) {
-    std::cerr << "zeda-cim: " << zeda::cim::oneLine(e.what()) << "\n";
+    err.say(e.what());
     return 2;
   } catch (const zeda::host::FactoryMissing& e) {
-    std::cerr << "zeda-cim: factory missing: " << zeda::cim::oneLine(e.what()) << "\n";
+    err.say(std::string("factory missing: ") + e.what());
     return 2;
   } catch (const zeda::host::LoadError& e) {
-    std::cerr << "zeda-cim: " << zeda::cim::oneLine(e.what()) << "\n";
+    err.say(e.what());
     return 2;
   } catch (const std::exception& e) {
-    std::cerr << "zeda-cim: error: " << zeda::cim::oneLine(e.what()) << "\n";
+    err.say(std::string("error: ") + e.what());
     return 1;
   } catch (...) {
     // Nothing in the host throws anything else; a stray non-standard
     // exception still ends with a message, not with std::terminate.
-    std::cerr << "zeda-cim: error: unknown exception\n";
+    err.say("error: unknown exception");
     return 1;
   }
 }

@@ -31,6 +31,36 @@ Broker::Broker(BrokerSettings settings) : settings_(std::move(settings)) {
   fillSelectExpFT(tables_.selectExp);
 }
 
+namespace {
+// The request this thread serves: its broker and store.
+thread_local const Broker* currentBroker = nullptr;
+thread_local Store* currentStore = nullptr;
+}  // namespace
+
+Store& Broker::store() { return currentBroker == this && currentStore != nullptr ? *currentStore : store_; }
+
+void Broker::release(EncObject& obj) {
+  if (!obj.isClone()) {
+    store().markReleased(obj);
+    return;
+  }
+  // Still readable as dead (hdl == NULL) until the releasing call ends.
+  if (std::unique_ptr<EncObject> dead = store_.takeClone(obj)) store().adoptDead(std::move(dead));
+}
+
+RequestStore::RequestStore(Broker& broker) : previousBroker_(currentBroker), previousStore_(currentStore) {
+  if (currentBroker == &broker && currentStore != nullptr) return;  // an up-call: the caller's store
+  own_ = std::make_unique<Store>();
+  currentBroker = &broker;
+  currentStore = own_.get();
+}
+
+RequestStore::~RequestStore() {
+  currentBroker = previousBroker_;
+  currentStore = previousStore_;
+  // own_ goes now, with every object of the request.
+}
+
 Broker* Broker::of(const CMPIBroker* mb) {
   if (mb == nullptr || mb->hdl == nullptr) return nullptr;
   auto* b = static_cast<Broker*>(mb->hdl);
@@ -48,24 +78,29 @@ std::vector<LogRecord> Broker::logs(bool traces) const {
 }
 
 CMPIGcStat* Broker::mark() {
-  const std::size_t depth = store_.push();
+  Store& s = store();
+  const std::size_t depth = s.push();
   std::lock_guard<std::mutex> lock(mutex_);
-  marks_.push_back(std::make_unique<Mark>(Mark{depth}));
+  marks_.push_back(std::make_unique<Mark>(Mark{s.serial(), depth}));
   return marks_.back().get();
 }
 
 bool Broker::releaseMark(const CMPIGcStat* gc) {
   std::size_t depth = 0;
+  std::uint64_t serial = 0;
   {
     std::lock_guard<std::mutex> lock(mutex_);
     const auto it =
         std::find_if(marks_.begin(), marks_.end(), [gc](const auto& m) { return m.get() == gc; });
     if (it == marks_.end()) return false;
     depth = (*it)->depth;
+    serial = (*it)->store;
     marks_.erase(it);
   }
-  // A call that ended meanwhile has closed the scope already.
-  if (depth < store_.depth()) store_.popTo(depth);
+  // A call that ended meanwhile has closed the scope already (and a mark of
+  // another request's store is not this call's to close).
+  Store& s = store();
+  if (s.serial() == serial && depth < s.depth()) s.popTo(depth);
   return true;
 }
 

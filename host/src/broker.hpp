@@ -4,6 +4,8 @@
 // versions can follow the BrokerSettings.
 #pragma once
 
+#include <cstdint>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -53,7 +55,16 @@ class Broker {
   static Broker* of(const CMPIBroker* mb);
 
   const CMPIBroker* face() const { return &face_; }
-  Store& store() { return store_; }
+  // The store of the request this thread serves for this broker; outside a
+  // request, the broker's own store.
+  Store& store();
+  // The broker's own store: objects made outside requests and every clone,
+  // which outlives the request that made it.
+  Store& ownStore() { return store_; }
+  // release() of the function tables: the object answers
+  // CMPI_RC_ERR_INVALID_HANDLE from now on; a clone's memory goes with the
+  // current scope of the releasing call.
+  void release(EncObject& obj);
   const BrokerSettings& settings() const { return settings_; }
   Tables& tables() { return tables_; }
 
@@ -88,9 +99,26 @@ class Broker {
   std::vector<LogRecord> traces_;
   std::vector<std::unique_ptr<MessageFile>> messageFiles_;
   struct Mark {
+    std::uint64_t store;  // serial of the store the mark was taken in
     std::size_t depth;
   };
   std::vector<std::unique_ptr<Mark>> marks_;
+};
+
+// One request's objects: while alive, this thread's objects of the broker go
+// to a store of their own, freed at the end. An up-call made inside a
+// provider call shares the store of that call.
+class RequestStore {
+ public:
+  explicit RequestStore(Broker& broker);
+  ~RequestStore();
+  RequestStore(const RequestStore&) = delete;
+  RequestStore& operator=(const RequestStore&) = delete;
+
+ private:
+  std::unique_ptr<Store> own_;
+  const Broker* previousBroker_ = nullptr;
+  Store* previousStore_ = nullptr;
 };
 
 // Broker function tables, one file each.

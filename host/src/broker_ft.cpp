@@ -70,7 +70,7 @@ CMPIContext* prepareAttachThread(const CMPIBroker* mb, const CMPIContext* ctx) {
     ContextObj* c = unwrap<ContextObj>(ctx);
     if (c == nullptr) return nullptr;
     // Lives until detachThread releases it.
-    return b.store().adoptClone(std::make_unique<ContextObj>(b, c->entries))->face();
+    return b.ownStore().adoptClone(std::make_unique<ContextObj>(b, c->entries))->face();
   } catch (...) {
     return nullptr;
   }
@@ -88,7 +88,7 @@ CMPIStatus detachThread(const CMPIBroker* mb, const CMPIContext* ctx) {
     Broker& b = brokerOf(mb);
     ContextObj* c = unwrap<ContextObj>(ctx);
     if (c == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
-    if (c->isClone()) b.store().release(*c);
+    if (c->isClone()) b.release(*c);
     return status(CMPI_RC_OK);
   });
 }

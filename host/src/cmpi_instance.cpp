@@ -7,7 +7,7 @@ namespace zeda::host::detail {
 
 InstanceObj::InstanceObj(Broker& b, Instance i) : Enc(b, &b.tables().instance), inst(std::move(i)) {}
 
-bool InstanceObj::admits(const std::string& name) const {
+bool InstanceObj::admits(std::string_view name) const {
   if (!propertyFilter) return true;
   for (const auto& n : *propertyFilter) {
     if (namesEqual(n, name)) return true;
@@ -117,6 +117,12 @@ CMPIStatus setPropertyWithOrigin(const CMPIInstance* ci, const char* name, const
 }
 
 }  // namespace
+
+const Instance* ownInstance(const CMPIInstance* ci) {
+  // Every broker's instance table has this getPropertyAt: the face is one of ours.
+  if (ci == nullptr || ci->hdl == nullptr || ci->ft == nullptr || ci->ft->getPropertyAt != getPropertyAt) return nullptr;
+  return &unwrap<InstanceObj>(ci)->inst;
+}
 
 void fillInstanceFT(CMPIInstanceFT& ft) {
   ft.ftVersion = CMPIVersion200;

@@ -171,6 +171,12 @@ CMPIString* toString(const CMPIObjectPath* op, CMPIStatus* rc) {
 
 }  // namespace
 
+const ObjectPath* ownObjectPath(const CMPIObjectPath* op) {
+  // Every broker's path table has this getNameSpace: the face is one of ours.
+  if (op == nullptr || op->hdl == nullptr || op->ft == nullptr || op->ft->getNameSpace != getNameSpace) return nullptr;
+  return &unwrap<ObjectPathObj>(op)->path;
+}
+
 void fillObjectPathFT(CMPIObjectPathFT& ft) {
   ft.ftVersion = CMPIVersion200;
   ft.release = release;

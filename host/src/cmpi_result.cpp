@@ -1,12 +1,14 @@
-// CMPIResult: collects what a provider returns, in order, into an Outcome.
+// CMPIResult: hands what a provider returns, in order, to the request's sink.
 #include "convert.hpp"
 #include "objects.hpp"
 
 namespace zeda::host::detail {
 
-ResultObj::ResultObj(Broker& b, Outcome& s) : Enc(b, &b.tables().result), sink(&s) {}
+ResultObj::ResultObj(Broker& b, Outcome& o, ResultSink& s) : Enc(b, &b.tables().result), outcome(&o), sink(&s) {}
 
-ResultObj* makeResult(Broker& b, Outcome& sink) { return b.store().adopt(std::make_unique<ResultObj>(b, sink)); }
+ResultObj* makeResult(Broker& b, Outcome& outcome, ResultSink& sink) {
+  return b.store().adopt(std::make_unique<ResultObj>(b, outcome, sink));
+}
 
 namespace {
 
@@ -33,16 +35,28 @@ CMPIStatus returnData(const CMPIResult* r, const CMPIValue* value, const CMPITyp
   return guarded([&] {
     ResultObj& o = self(r);
     if (value == nullptr && type != CMPI_null) return status(CMPI_RC_ERR_INVALID_PARAMETER);
-    o.sink->results.emplace_back(toValue(value, type));
+    const Value v = toValue(value, type);
+    std::lock_guard<std::mutex> lock(o.mutex);
+    o.sink->value(v);
     return status(CMPI_RC_OK);
   });
 }
 
+// An instance or path of this broker is handed over as the broker holds it;
+// one of another CMPI implementation is read through its function table.
 CMPIStatus returnInstance(const CMPIResult* r, const CMPIInstance* inst) {
   return guarded([&] {
     ResultObj& o = self(r);
     if (inst == nullptr || inst->hdl == nullptr) return status(CMPI_RC_ERR_INVALID_PARAMETER);
-    o.sink->results.emplace_back(readInstance(inst));
+    if (inst->ft == &o.broker().tables().instance) {
+      const InstanceObj& own = *unwrap<InstanceObj>(inst);
+      std::lock_guard<std::mutex> lock(o.mutex);
+      o.sink->instance(own.inst);
+    } else {
+      const Instance read = readInstance(inst);
+      std::lock_guard<std::mutex> lock(o.mutex);
+      o.sink->instance(read);
+    }
     return status(CMPI_RC_OK);
   });
 }
@@ -51,14 +65,24 @@ CMPIStatus returnObjectPath(const CMPIResult* r, const CMPIObjectPath* op) {
   return guarded([&] {
     ResultObj& o = self(r);
     if (op == nullptr || op->hdl == nullptr) return status(CMPI_RC_ERR_INVALID_PARAMETER);
-    o.sink->results.emplace_back(readObjectPath(op));
+    if (op->ft == &o.broker().tables().objectPath) {
+      const ObjectPathObj& own = *unwrap<ObjectPathObj>(op);
+      std::lock_guard<std::mutex> lock(o.mutex);
+      o.sink->path(own.path);
+    } else {
+      const ObjectPath read = readObjectPath(op);
+      std::lock_guard<std::mutex> lock(o.mutex);
+      o.sink->path(read);
+    }
     return status(CMPI_RC_OK);
   });
 }
 
 CMPIStatus returnDone(const CMPIResult* r) {
   return guarded([&] {
-    self(r).sink->done = true;
+    ResultObj& o = self(r);
+    std::lock_guard<std::mutex> lock(o.mutex);
+    o.outcome->done = true;
     return status(CMPI_RC_OK);
   });
 }
@@ -81,7 +105,8 @@ CMPIStatus returnError(const CMPIResult* r, const CMPIError* er) {
     e.message = errorText(er, &CMPIErrorFT::getMessage);
     CMPIStatus st{CMPI_RC_OK, nullptr};
     e.cimStatusCode = er->ft->getCIMStatusCode(er, &st);
-    o.sink->errors.push_back(std::move(e));
+    std::lock_guard<std::mutex> lock(o.mutex);
+    o.outcome->errors.push_back(std::move(e));
     return status(CMPI_RC_OK);
   });
 }

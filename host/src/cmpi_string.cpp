@@ -1,9 +1,13 @@
-// CMPIString.
+// CMPIString. The text is held as a string Value, so that a property set
+// from one of these strings shares it instead of copying it.
 #include "objects.hpp"
 
 namespace zeda::host::detail {
 
-StringObj::StringObj(Broker& b, std::optional<std::string> t) : Enc(b, &b.tables().string), text(std::move(t)) {}
+StringObj::StringObj(Broker& b, std::optional<std::string> t)
+    : Enc(b, &b.tables().string), text(t ? Value::string(std::move(*t)) : Value::null(type::string)) {}
+
+StringObj::StringObj(Broker& b, Value t) : Enc(b, &b.tables().string), text(std::move(t)) {}
 
 StringObj* makeString(Broker& b, std::optional<std::string> text) {
   return b.store().adopt(std::make_unique<StringObj>(b, std::move(text)));
@@ -25,10 +29,16 @@ char* getCharPtr(const CMPIString* s, CMPIStatus* rc) {
   }
   setStatus(rc, CMPI_RC_OK);
   // The CMPI signature hands out char*; callers must not write through it.
-  return o->text ? const_cast<char*>(o->text->c_str()) : nullptr;
+  return o->text.isNull() ? nullptr : const_cast<char*>(o->text.str().c_str());
 }
 
 }  // namespace
+
+const Value* ownStringText(const CMPIString* s) {
+  // Every broker's string table has this getCharPtr: the face is one of ours.
+  if (s == nullptr || s->hdl == nullptr || s->ft == nullptr || s->ft->getCharPtr != getCharPtr) return nullptr;
+  return &unwrap<StringObj>(s)->text;
+}
 
 void fillStringFT(CMPIStringFT& ft) {
   ft.ftVersion = CMPIVersion200;

@@ -38,8 +38,9 @@ Value readScalar(const CMPIData& data, CMPIType type) {
       return v.chars == nullptr ? Value::null(CMPI_string) : Value::string(v.chars);
     case CMPI_string: {
       if (v.string == nullptr || v.string->hdl == nullptr) throw RcError(CMPI_RC_ERR_INVALID_HANDLE);
+      if (const Value* own = detail::ownStringText(v.string)) return *own;  // shared, not copied
       auto text = detail::readString(v.string);
-      return text ? Value::string(*text) : Value::null(CMPI_string);
+      return text ? Value::string(std::move(*text)) : Value::null(CMPI_string);
     }
     case CMPI_dateTime: {
       const CMPIDateTime* dt = v.dateTime;
@@ -48,7 +49,7 @@ Value readScalar(const CMPIData& data, CMPIType type) {
       CMPIString* s = dt->ft->getStringFormat(dt, &st);
       check(st, "CMPIDateTime getStringFormat");
       auto text = detail::readString(s);
-      return text ? Value::dateTime(*text) : Value::null(CMPI_dateTime);
+      return text ? Value::dateTime(std::move(*text)) : Value::null(CMPI_dateTime);
     }
     case CMPI_ref:
       if (v.ref == nullptr || v.ref->hdl == nullptr) throw RcError(CMPI_RC_ERR_INVALID_HANDLE);
@@ -90,6 +91,7 @@ Value readData(const CMPIData& data) {
 
 ObjectPath readObjectPath(const CMPIObjectPath* path) {
   if (path == nullptr || path->hdl == nullptr) throw std::runtime_error("null or released CMPIObjectPath");
+  if (const ObjectPath* own = detail::ownObjectPath(path)) return *own;
   CMPIStatus st{CMPI_RC_OK, nullptr};
   auto ns = detail::readString(path->ft->getNameSpace(path, &st));
   check(st, "CMPIObjectPath getNameSpace");
@@ -109,6 +111,7 @@ ObjectPath readObjectPath(const CMPIObjectPath* path) {
 
 Instance readInstance(const CMPIInstance* instance) {
   if (instance == nullptr || instance->hdl == nullptr) throw std::runtime_error("null or released CMPIInstance");
+  if (const Instance* own = detail::ownInstance(instance)) return *own;
   CMPIStatus st{CMPI_RC_OK, nullptr};
   const CMPIObjectPath* op = instance->ft->getObjectPath(instance, &st);
   check(st, "CMPIInstance getObjectPath");

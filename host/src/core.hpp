@@ -13,6 +13,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <exception>
 #include <memory>
 #include <mutex>
@@ -40,14 +41,18 @@ class EncObject {
   bool released() const { return released_; }
   void setClone() { clone_ = true; }
   // Marks the object dead: its face answers every later call with
-  // CMPI_RC_ERR_INVALID_HANDLE.
+  // CMPI_RC_ERR_INVALID_HANDLE. What it holds is freed at once; only the
+  // small shell waits for the end of its scope.
   void markReleased() {
     released_ = true;
     clearHandle();
+    dropContent();
   }
 
  protected:
   virtual void clearHandle() = 0;
+  // Frees the content of a released object (nothing reads it any more).
+  virtual void dropContent() {}
 
  private:
   Broker* broker_;
@@ -80,7 +85,9 @@ Obj* unwrap(const Face* face) {
   return static_cast<Obj*>(static_cast<EncObject*>(face->hdl));
 }
 
-// Owner of every object the broker makes.
+// Owner of the objects the broker makes for one request (or, for the broker's
+// own store, outside requests, and every clone). Locked: a provider may use
+// the broker from threads of its own during a call.
 class Store {
  public:
   Store();
@@ -110,8 +117,18 @@ class Store {
     adoptCloneObject(std::move(obj));
     return raw;
   }
-  void release(EncObject& obj);
+  // Marks a clone (of this store) dead and hands it over, for the current
+  // scope of the store that serves the releasing call; null when it was
+  // released before or is not one of this store's clones.
+  std::unique_ptr<EncObject> takeClone(EncObject& obj);
+  // Marks an object dead; its memory stays until its scope closes.
+  void markReleased(EncObject& obj);
+  // Takes a dead object into the current scope.
+  void adoptDead(std::unique_ptr<EncObject> obj) { adoptObject(std::move(obj)); }
   std::size_t liveClones() const;
+  // Distinct for every store made in the process: a store made later at the
+  // same address is told apart from an older one.
+  std::uint64_t serial() const { return serial_; }
 
   // Memory handed out by the memory table: freed with the current scope
   // unless freed before.
@@ -124,6 +141,7 @@ class Store {
   void adoptObject(std::unique_ptr<EncObject> obj);
   void adoptCloneObject(std::unique_ptr<EncObject> obj);
 
+  const std::uint64_t serial_;
   mutable std::mutex mutex_;
   std::vector<std::unique_ptr<Scope>> scopes_;
   std::vector<std::unique_ptr<EncObject>> clones_;

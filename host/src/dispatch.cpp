@@ -123,10 +123,10 @@ CMPIStatus indicationCall(CMPIIndicationMI* mi, Call& k) {
 
 }  // namespace
 
-Outcome drive(Broker& broker, void* mi, const Request& req, const CMPIContext* ctx) {
+Outcome drive(Broker& broker, void* mi, const Request& req, const CMPIContext* ctx, ResultSink& sink) {
   Outcome out;
   ScopeGuard scope(broker.store());
-  Call k{broker, req, ctx, makeResult(broker, out)->face(), makeObjectPath(broker, req.path)->face(),
+  Call k{broker, req, ctx, makeResult(broker, out, sink)->face(), makeObjectPath(broker, req.path)->face(),
          NameList(req.properties)};
   CMPIStatus st{CMPI_RC_OK, nullptr};
   switch (kindOf(req.op)) {

@@ -6,7 +6,6 @@
 
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 namespace zeda::host::detail {
@@ -55,9 +54,14 @@ unsigned char bind32(unsigned char info) { return ELF32_ST_BIND(info); }
 }  // namespace
 
 std::vector<std::string> exportedFunctions(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(path, std::ios::binary | std::ios::ate);
   if (!in) throw std::runtime_error("cannot read " + path);
-  const std::vector<char> file((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  // One read of the whole file: modules are a few megabytes at most.
+  const std::streamoff size = in.tellg();
+  if (size < 0) throw std::runtime_error("cannot read " + path);
+  std::vector<char> file(static_cast<std::size_t>(size));
+  in.seekg(0);
+  if (!in.read(file.data(), size)) throw std::runtime_error("cannot read " + path);
   if (file.size() < EI_NIDENT || std::memcmp(file.data(), ELFMAG, SELFMAG) != 0) {
     throw std::runtime_error(path + " is not an ELF file");
   }

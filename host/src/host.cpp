@@ -1,20 +1,10 @@
-// The Host: a broker, a loaded module, its MIs, and one call per operation.
+// The Host: loading, factories, unloading, context settings and raw access.
+// The operations are in host_operations.cpp.
 #include "zeda/host/host.hpp"
 
-#include <algorithm>
-#include <mutex>
-
-#include "broker.hpp"
-#include "dispatch.hpp"
-#include "module.hpp"
-#include "objects.hpp"
-#include "request.hpp"
-#include "zeda/host/wbem_uri.hpp"
+#include "host_impl.hpp"
 
 namespace zeda::host {
-
-using detail::Op;
-using detail::Request;
 
 std::string factorySymbol(const std::string& provider, MIKind kind) {
   switch (kind) {
@@ -55,104 +45,6 @@ CMPIIndicationMI* CreatedMI::indicationMI() const {
   return typedMI<CMPIIndicationMI>(*this, MIKind::Indication, "an indication MI");
 }
 
-struct Host::Impl final : detail::Router {
-  Impl(const std::string& path, BrokerSettings settings) : broker(std::move(settings)), module(path) {
-    broker.setRouter(this);
-    ambient = detail::makeContext(broker, contextEntries(kDefaultNameSpace))->face();
-  }
-
-  std::vector<NamedValue> contextEntries(const std::string& ns) const {
-    std::vector<NamedValue> entries{{CMPIInitNameSpace, Value::string(ns)},
-                                    {CMPIInvocationFlags, Value::uint32(invocationFlags)}};
-    for (const auto& e : extraEntries) entries.push_back(e);
-    return entries;
-  }
-
-  void requireLoaded() const {
-    if (!module.isOpen()) throw LoadError("module " + module.path() + " is unloaded");
-  }
-
-  bool hasFactory(const std::string& provider, MIKind kind) const {
-    return module.symbol(factorySymbol(provider, kind)) != nullptr;
-  }
-
-  // The MI serving provider/kind, made on first use. On a refused factory
-  // call, the outcome to answer with.
-  void* miFor(const std::string& provider, MIKind kind, Outcome& refused) {
-    if (void* mi = registry.current(provider, kind)) return mi;
-    const CreatedMI created = registry.create(module, broker, ambient, provider, kind);
-    if (created.ok()) return created.mi;
-    refused.status = created.status;
-    if (refused.status.code == CMPI_RC_OK) refused.status.code = CMPI_RC_ERR_FAILED;  // NULL MI with rc 0
-    return nullptr;
-  }
-
-  // Runs req on provider; ctx null: a fresh context for the path's namespace.
-  Outcome run(const std::string& provider, const Request& req, const CMPIContext* ctx) {
-    requireLoaded();
-    const MIKind kind = detail::kindOf(req.op);
-    Outcome refused;
-    void* mi = miFor(provider, kind, refused);
-    if (mi == nullptr) return refused;
-    detail::ScopeGuard scope(broker.store());
-    if (ctx == nullptr) {
-      const std::string ns = req.path.nameSpace().empty() ? kDefaultNameSpace : req.path.nameSpace();
-      ctx = detail::makeContext(broker, contextEntries(ns))->face();
-    }
-    return detail::drive(broker, mi, req, ctx);
-  }
-
-  std::vector<std::string> associationProviders() const {
-    std::vector<std::string> out;
-    const std::string tail = "_Create_AssociationMI";
-    for (const auto& f : module.factories()) {
-      if (f.size() > tail.size() && f.compare(f.size() - tail.size(), tail.size(), tail) == 0) {
-        out.push_back(f.substr(0, f.size() - tail.size()));
-      }
-    }
-    return out;
-  }
-
-  // Up-calls: the provider of the class named by the request. Association
-  // traversals without an association class go to every association
-  // provider of the module; their successful answers are joined.
-  std::optional<Outcome> upcall(const Request& req, const CMPIContext* ctx) override {
-    if (!module.isOpen()) return std::nullopt;
-    const MIKind kind = detail::kindOf(req.op);
-    std::vector<std::string> providers;
-    if (kind == MIKind::Association) {
-      const OptString& assoc =
-          (req.op == Op::References || req.op == Op::ReferenceNames) ? req.resultClass : req.assocClass;
-      if (assoc) {
-        providers.push_back(*assoc + "Provider");
-      } else {
-        providers = associationProviders();
-      }
-    } else {
-      providers.push_back(req.path.className() + "Provider");
-    }
-    providers.erase(std::remove_if(providers.begin(), providers.end(),
-                                   [&](const std::string& p) { return !hasFactory(p, kind); }),
-                    providers.end());
-    if (providers.empty()) return std::nullopt;
-    if (providers.size() == 1) return run(providers.front(), req, ctx);
-    Outcome joined;
-    joined.done = true;
-    for (const auto& p : providers) {
-      Outcome one = run(p, req, ctx);
-      if (!one.ok()) continue;
-      for (auto& r : one.results) joined.results.push_back(std::move(r));
-    }
-    return joined;
-  }
-
-  detail::Broker broker;  // first: outlives the module and every object
-  detail::Module module;
-  detail::MIRegistry registry;
-  CMPIContext* ambient = nullptr;
-  std::uint32_t invocationFlags = 0;
-  std::vector<NamedValue> extraEntries;
-};
 
 Host::Host(const std::string& modulePath, BrokerSettings settings)
     : impl_(std::make_unique<Impl>(modulePath, std::move(settings))) {}
@@ -177,156 +69,16 @@ std::vector<std::string> Host::exportedFactories() const { return impl_->module.
 
 CreatedMI Host::createMI(const std::string& provider, MIKind kind) {
   impl_->requireLoaded();
+  detail::RequestStore objects(impl_->broker);
   return impl_->registry.create(impl_->module, impl_->broker, impl_->ambient, provider, kind);
 }
 
-namespace {
-Request make(Op op, const ObjectPath& path) {
-  Request r;
-  r.op = op;
-  r.path = path;
-  return r;
-}
-}  // namespace
-
-Outcome Host::enumerateInstanceNames(const std::string& provider, const ObjectPath& classPath) {
-  return impl_->run(provider, make(Op::EnumerateInstanceNames, classPath), nullptr);
-}
-
-Outcome Host::enumerateInstances(const std::string& provider, const ObjectPath& classPath,
-                                 const PropertyList& properties) {
-  Request r = make(Op::EnumerateInstances, classPath);
-  r.properties = properties;
-  return impl_->run(provider, r, nullptr);
-}
-
-Outcome Host::getInstance(const std::string& provider, const ObjectPath& instancePath, const PropertyList& properties) {
-  Request r = make(Op::GetInstance, instancePath);
-  r.properties = properties;
-  return impl_->run(provider, r, nullptr);
-}
-
-Outcome Host::createInstance(const std::string& provider, const ObjectPath& path, const Instance& instance) {
-  Request r = make(Op::CreateInstance, path);
-  r.instance = instance;
-  return impl_->run(provider, r, nullptr);
-}
-
-Outcome Host::modifyInstance(const std::string& provider, const ObjectPath& path, const Instance& instance,
-                             const PropertyList& properties) {
-  Request r = make(Op::ModifyInstance, path);
-  r.instance = instance;
-  r.properties = properties;
-  return impl_->run(provider, r, nullptr);
-}
-
-Outcome Host::deleteInstance(const std::string& provider, const ObjectPath& path) {
-  return impl_->run(provider, make(Op::DeleteInstance, path), nullptr);
-}
-
-Outcome Host::execQuery(const std::string& provider, const ObjectPath& classPath, const std::string& query,
-                        const std::string& language) {
-  Request r = make(Op::ExecQuery, classPath);
-  r.query = query;
-  r.language = language;
-  return impl_->run(provider, r, nullptr);
-}
-
-Outcome Host::associators(const std::string& provider, const ObjectPath& path, const OptString& assocClass,
-                          const OptString& resultClass, const OptString& role, const OptString& resultRole,
-                          const PropertyList& properties) {
-  Request r = make(Op::Associators, path);
-  r.assocClass = assocClass;
-  r.resultClass = resultClass;
-  r.role = role;
-  r.resultRole = resultRole;
-  r.properties = properties;
-  return impl_->run(provider, r, nullptr);
-}
-
-Outcome Host::associatorNames(const std::string& provider, const ObjectPath& path, const OptString& assocClass,
-                              const OptString& resultClass, const OptString& role, const OptString& resultRole) {
-  Request r = make(Op::AssociatorNames, path);
-  r.assocClass = assocClass;
-  r.resultClass = resultClass;
-  r.role = role;
-  r.resultRole = resultRole;
-  return impl_->run(provider, r, nullptr);
-}
-
-Outcome Host::references(const std::string& provider, const ObjectPath& path, const OptString& resultClass,
-                         const OptString& role, const PropertyList& properties) {
-  Request r = make(Op::References, path);
-  r.resultClass = resultClass;
-  r.role = role;
-  r.properties = properties;
-  return impl_->run(provider, r, nullptr);
-}
-
-Outcome Host::referenceNames(const std::string& provider, const ObjectPath& path, const OptString& resultClass,
-                             const OptString& role) {
-  Request r = make(Op::ReferenceNames, path);
-  r.resultClass = resultClass;
-  r.role = role;
-  return impl_->run(provider, r, nullptr);
-}
-
-Outcome Host::invokeMethod(const std::string& provider, const ObjectPath& path, const std::string& method,
-                           const std::vector<NamedValue>& in) {
-  Request r = make(Op::InvokeMethod, path);
-  r.method = method;
-  r.in = in;
-  return impl_->run(provider, r, nullptr);
-}
-
-namespace {
-Request indication(Op op, const std::string& query, const std::string& className, const ObjectPath& classPath) {
-  Request r = make(op, classPath);
-  r.query = query;
-  r.className = className;
-  return r;
-}
-}  // namespace
-
-Outcome Host::authorizeFilter(const std::string& provider, const std::string& query, const std::string& className,
-                              const ObjectPath& classPath, const std::string& owner) {
-  Request r = indication(Op::AuthorizeFilter, query, className, classPath);
-  r.owner = owner;
-  return impl_->run(provider, r, nullptr);
-}
-
-Outcome Host::mustPoll(const std::string& provider, const std::string& query, const std::string& className,
-                       const ObjectPath& classPath) {
-  return impl_->run(provider, indication(Op::MustPoll, query, className, classPath), nullptr);
-}
-
-Outcome Host::activateFilter(const std::string& provider, const std::string& query, const std::string& className,
-                             const ObjectPath& classPath, bool firstActivation) {
-  Request r = indication(Op::ActivateFilter, query, className, classPath);
-  r.activation = firstActivation;
-  return impl_->run(provider, r, nullptr);
-}
-
-Outcome Host::deActivateFilter(const std::string& provider, const std::string& query, const std::string& className,
-                               const ObjectPath& classPath, bool lastActivation) {
-  Request r = indication(Op::DeActivateFilter, query, className, classPath);
-  r.activation = lastActivation;
-  return impl_->run(provider, r, nullptr);
-}
-
-Outcome Host::enableIndications(const std::string& provider) {
-  return impl_->run(provider, make(Op::EnableIndications, ObjectPath(kDefaultNameSpace, "")), nullptr);
-}
-
-Outcome Host::disableIndications(const std::string& provider) {
-  return impl_->run(provider, make(Op::DisableIndications, ObjectPath(kDefaultNameSpace, "")), nullptr);
-}
 
 std::vector<Status> Host::unload() {
   impl_->requireLoaded();
   std::vector<Status> out;
   {
-    detail::ScopeGuard scope(impl_->broker.store());
+    detail::RequestStore objects(impl_->broker);
     out = impl_->registry.cleanupAll(impl_->broker, impl_->ambient);
   }
   impl_->module.close();
@@ -356,7 +108,7 @@ CMPIContext* Host::makeContext(const std::string& nameSpace) {
   return detail::makeContext(impl_->broker, impl_->contextEntries(nameSpace))->face();
 }
 
-std::size_t Host::liveClones() const { return impl_->broker.store().liveClones(); }
+std::size_t Host::liveClones() const { return impl_->broker.ownStore().liveClones(); }
 std::vector<LogRecord> Host::logMessages() const { return impl_->broker.logs(false); }
 std::vector<LogRecord> Host::traces() const { return impl_->broker.logs(true); }
 

@@ -37,6 +37,13 @@ Instance& Instance::set(std::string name, Value value) {
       return *this;
     }
   }
+  if (properties_.size() == properties_.capacity()) {
+    // Instances hold a few to a dozen or so properties and many of them stay
+    // alive for a whole request: grow so that little capacity goes unused
+    // (2, 4, 8, 12, 16, then by half).
+    const std::size_t n = properties_.size();
+    properties_.reserve(n == 0 ? 2 : n < 8 ? 2 * n : n < 16 ? n + 4 : n + n / 2);
+  }
   properties_.push_back(NamedValue{std::move(name), std::move(value)});
   return *this;
 }

@@ -59,15 +59,10 @@ std::string mofQuote(const std::string& s) {
 }
 
 namespace {
-
-constexpr char kReplacement[] = "\xEF\xBF\xBD";  // U+FFFD
-
 bool inRange(unsigned char c, unsigned char low, unsigned char high) { return c >= low && c <= high; }
+}  // namespace
 
-// Length of the well-formed UTF-8 sequence of two or more bytes at s[i], or 0.
-// On 0, *bad is the length of its longest valid start (at least 1), the bytes
-// one U+FFFD stands for.
-std::size_t multiByteLength(const std::string& s, std::size_t i, std::size_t* bad) {
+std::size_t utf8SequenceLength(std::string_view s, std::size_t i, std::size_t* bad) {
   const auto at = [&s](std::size_t n) { return static_cast<unsigned char>(s[n]); };
   const unsigned char lead = at(i);
   std::size_t length = 0;
@@ -93,8 +88,17 @@ std::size_t multiByteLength(const std::string& s, std::size_t i, std::size_t* ba
     *bad = n;
     return 0;
   }
-  // U+FFFE and U+FFFF are no XML characters.
-  if (length == 3 && lead == 0xEF && at(i + 1) == 0xBF && at(i + 2) >= 0xBE) {
+  return length;
+}
+
+namespace {
+
+// A well-formed sequence that is also an XML character (U+FFFE and U+FFFF
+// are not), or 0 as utf8SequenceLength.
+std::size_t xmlSequenceLength(const std::string& s, std::size_t i, std::size_t* bad) {
+  const std::size_t length = utf8SequenceLength(s, i, bad);
+  if (length == 3 && static_cast<unsigned char>(s[i]) == 0xEF && static_cast<unsigned char>(s[i + 1]) == 0xBF &&
+      static_cast<unsigned char>(s[i + 2]) >= 0xBE) {
     *bad = length;
     return 0;
   }
@@ -111,9 +115,9 @@ std::string xmlEscape(const std::string& s) {
     const auto byte = static_cast<unsigned char>(c);
     if (byte >= 0x80) {
       std::size_t bad = 0;
-      const std::size_t length = multiByteLength(s, i, &bad);
+      const std::size_t length = xmlSequenceLength(s, i, &bad);
       if (length == 0) {
-        out += kReplacement;
+        out += kReplacementCharacter;
         i += bad;
       } else {
         out.append(s, i, length);
@@ -135,7 +139,7 @@ std::string xmlEscape(const std::string& s) {
       default:
         // Other control characters are no XML 1.0 characters at all.
         if (byte < 0x20) {
-          out += kReplacement;
+          out += kReplacementCharacter;
         } else {
           out += c;
         }

@@ -79,8 +79,31 @@ Status cleanup(void* mi, const CMPIContext* ctx) {
 
 }  // namespace
 
+std::mutex& MIRegistry::providerLock(const std::string& provider) {
+  std::lock_guard<std::mutex> lock(mutex_);
+  auto& slot = providerLocks_[provider];
+  if (!slot) slot = std::make_unique<std::mutex>();
+  return *slot;
+}
+
 CreatedMI MIRegistry::create(Module& module, Broker& broker, const CMPIContext* ctx, const std::string& provider,
                              MIKind kind) {
+  std::lock_guard<std::mutex> serial(providerLock(provider));
+  return createHeld(module, broker, ctx, provider, kind);
+}
+
+CreatedMI MIRegistry::serving(Module& module, Broker& broker, const CMPIContext* ctx, const std::string& provider,
+                              MIKind kind) {
+  CreatedMI out;
+  out.kind = kind;
+  if ((out.mi = current(provider, kind)) != nullptr) return out;
+  std::lock_guard<std::mutex> serial(providerLock(provider));
+  if ((out.mi = current(provider, kind)) != nullptr) return out;  // made while this thread waited
+  return createHeld(module, broker, ctx, provider, kind);
+}
+
+CreatedMI MIRegistry::createHeld(Module& module, Broker& broker, const CMPIContext* ctx, const std::string& provider,
+                                 MIKind kind) {
   const std::string name = factorySymbol(provider, kind);
   void* sym = module.symbol(name);
   if (sym == nullptr) throw FactoryMissing("module " + module.path() + " exports no " + name);
@@ -96,11 +119,15 @@ CreatedMI MIRegistry::create(Module& module, Broker& broker, const CMPIContext* 
     case MIKind::Indication: out.mi = callFactory<CMPIIndicationMI>(sym, broker.face(), ctx, &st); break;
   }
   out.status = readStatus(st);
-  if (out.ok()) records_.push_back(Record{provider, kind, out.mi});
+  if (out.ok()) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    records_.push_back(Record{provider, kind, out.mi});
+  }
   return out;
 }
 
 void* MIRegistry::current(const std::string& provider, MIKind kind) const {
+  std::lock_guard<std::mutex> lock(mutex_);
   for (const auto& r : records_) {
     if (r.kind == kind && r.provider == provider) return r.mi;
   }
@@ -109,9 +136,14 @@ void* MIRegistry::current(const std::string& provider, MIKind kind) const {
 
 std::vector<Status> MIRegistry::cleanupAll(Broker& broker, const CMPIContext* ctx) {
   std::vector<Status> out;
-  while (!records_.empty()) {
-    const Record r = records_.back();
-    records_.pop_back();
+  for (;;) {
+    Record r;
+    {
+      std::lock_guard<std::mutex> lock(mutex_);
+      if (records_.empty()) break;
+      r = records_.back();
+      records_.pop_back();
+    }
     ScopeGuard scope(broker.store());
     switch (r.kind) {
       case MIKind::Instance: out.push_back(cleanup<CMPIInstanceMI>(r.mi, ctx)); break;

@@ -54,7 +54,10 @@ std::optional<std::string> describe(Broker& b, const void* object) {
   const auto type = typeNameOf(b, object);
   if (!type) return std::nullopt;
   auto* obj = static_cast<EncObject*>(words(object).hdl);
-  if (*type == "CMPIString") return static_cast<StringObj*>(obj)->text.value_or("");
+  if (*type == "CMPIString") {
+    const Value& text = static_cast<StringObj*>(obj)->text;
+    return text.isNull() ? std::string() : text.str();
+  }
   if (*type == "CMPIArray") {
     auto* a = static_cast<ArrayObj*>(obj);
     return valueToMof(Value::array(a->elementType, a->elements));

@@ -3,8 +3,10 @@
 #pragma once
 
 #include <cstdint>
+#include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "broker.hpp"
@@ -12,6 +14,7 @@
 #include "zeda/host/instance.hpp"
 #include "zeda/host/object_path.hpp"
 #include "zeda/host/outcome.hpp"
+#include "zeda/host/result_sink.hpp"
 #include "zeda/host/value.hpp"
 
 namespace zeda::host::detail {
@@ -19,14 +22,30 @@ namespace zeda::host::detail {
 class StringObj : public Enc<CMPIString> {
  public:
   StringObj(Broker& b, std::optional<std::string> text);
-  std::optional<std::string> text;  // nullopt: made from a NULL char*
+  StringObj(Broker& b, Value text);
+  Value text;  // a string, or a null string when made from a NULL char*
+
+ protected:
+  void dropContent() override { text = Value(); }
 };
+
+// The text of a CMPIString made by this host (any broker of the process),
+// or null for a string of another CMPI implementation.
+const Value* ownStringText(const CMPIString* s);
+// Same for object paths and instances: read without a call through the
+// function table (which would leave a string object per name read in the
+// caller's scope).
+const ObjectPath* ownObjectPath(const CMPIObjectPath* op);
+const Instance* ownInstance(const CMPIInstance* ci);
 
 class ArrayObj : public Enc<CMPIArray> {
  public:
   ArrayObj(Broker& b, CMPIType elementType, std::vector<Value> elements);
   CMPIType elementType;  // scalar code, CMPI_chars folded into CMPI_string
   std::vector<Value> elements;
+
+ protected:
+  void dropContent() override { std::vector<Value>().swap(elements); }
 };
 
 class DateTimeObj : public Enc<CMPIDateTime> {
@@ -48,6 +67,12 @@ class ObjectPathObj : public Enc<CMPIObjectPath> {
   ObjectPathObj(Broker& b, ObjectPath path, std::string host = {});
   ObjectPath path;
   std::string host;
+
+ protected:
+  void dropContent() override {
+    path = ObjectPath();
+    std::string().swap(host);
+  }
 };
 
 class InstanceObj : public Enc<CMPIInstance> {
@@ -57,13 +82,23 @@ class InstanceObj : public Enc<CMPIInstance> {
   // Set by setPropertyFilter; nullopt: no filter.
   std::optional<std::vector<std::string>> propertyFilter;
   std::vector<std::string> keyFilter;
-  bool admits(const std::string& name) const;
+  bool admits(std::string_view name) const;
+
+ protected:
+  void dropContent() override {
+    inst = Instance();
+    propertyFilter.reset();
+    std::vector<std::string>().swap(keyFilter);
+  }
 };
 
 class ArgsObj : public Enc<CMPIArgs> {
  public:
   ArgsObj(Broker& b, std::vector<NamedValue> args);
   std::vector<NamedValue> args;
+
+ protected:
+  void dropContent() override { std::vector<NamedValue>().swap(args); }
 };
 
 class ContextObj : public Enc<CMPIContext> {
@@ -77,13 +112,31 @@ class EnumerationObj : public Enc<CMPIEnumeration> {
   EnumerationObj(Broker& b, std::vector<Value> items);
   std::vector<Value> items;
   std::size_t next = 0;
+
+ protected:
+  void dropContent() override { std::vector<Value>().swap(items); }
 };
 
-// Collects what a provider returns into an Outcome owned by the caller.
+// Hands what a provider returns to a sink (results) and an Outcome (done,
+// errors), both owned by the caller.
 class ResultObj : public Enc<CMPIResult> {
  public:
-  ResultObj(Broker& b, Outcome& sink);
-  Outcome* sink;
+  ResultObj(Broker& b, Outcome& outcome, ResultSink& sink);
+  Outcome* outcome;
+  ResultSink* sink;
+  std::mutex mutex;  // one return call at a time, whichever thread makes it
+};
+
+// A sink that appends every result to an Outcome's results.
+class CollectingSink final : public ResultSink {
+ public:
+  explicit CollectingSink(Outcome& outcome) : outcome_(outcome) {}
+  void instance(const Instance& i) override { outcome_.results.emplace_back(i); }
+  void path(const ObjectPath& p) override { outcome_.results.emplace_back(p); }
+  void value(const Value& v) override { outcome_.results.emplace_back(v); }
+
+ private:
+  Outcome& outcome_;
 };
 
 class ErrorObj : public Enc<CMPIError> {
@@ -123,7 +176,7 @@ InstanceObj* makeInstance(Broker& b, Instance inst);
 ArgsObj* makeArgs(Broker& b, std::vector<NamedValue> args = {});
 ContextObj* makeContext(Broker& b, std::vector<NamedValue> entries);
 EnumerationObj* makeEnumeration(Broker& b, std::vector<Value> items);
-ResultObj* makeResult(Broker& b, Outcome& sink);
+ResultObj* makeResult(Broker& b, Outcome& outcome, ResultSink& sink);
 ErrorObj* makeError(Broker& b);
 SelectExpObj* makeSelectExp(Broker& b, std::string query, std::string language);
 
@@ -152,7 +205,7 @@ template <typename Obj, typename Face>
 CMPIStatus releaseFace(Face* face) {
   Obj* o = unwrap<Obj>(face);
   if (o == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
-  o->broker().store().release(*o);
+  o->broker().release(*o);
   return status(CMPI_RC_OK);
 }
 
@@ -165,7 +218,7 @@ Face* cloneFace(const Face* face, CMPIStatus* rc, Copy copy) {
       setStatus(rc, CMPI_RC_ERR_INVALID_HANDLE);
       return nullptr;
     }
-    Obj* c = o->broker().store().adoptClone(copy(*o));
+    Obj* c = o->broker().ownStore().adoptClone(copy(*o));
     setStatus(rc, CMPI_RC_OK);
     return c->face();
   });

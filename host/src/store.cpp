@@ -1,4 +1,5 @@
 // The object store: scopes of objects made during calls, and clones.
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 
@@ -16,7 +17,13 @@ struct Store::Scope {
   }
 };
 
-Store::Store() { scopes_.push_back(std::make_unique<Scope>()); }
+namespace {
+std::atomic<std::uint64_t> nextSerial{1};
+}  // namespace
+
+Store::Store() : serial_(nextSerial.fetch_add(1, std::memory_order_relaxed)) {
+  scopes_.push_back(std::make_unique<Scope>());
+}
 
 Store::~Store() {
   std::unique_lock<std::mutex> lock(mutex_);
@@ -64,20 +71,23 @@ void Store::adoptCloneObject(std::unique_ptr<EncObject> obj) {
   clones_.push_back(std::move(obj));
 }
 
-void Store::release(EncObject& obj) {
+void Store::markReleased(EncObject& obj) {
   std::lock_guard<std::mutex> lock(mutex_);
-  if (obj.released()) return;
+  if (!obj.released()) obj.markReleased();
+}
+
+std::unique_ptr<EncObject> Store::takeClone(EncObject& obj) {
+  std::lock_guard<std::mutex> lock(mutex_);
+  if (obj.released()) return nullptr;
   obj.markReleased();
-  if (!obj.isClone()) return;
-  // A released clone is dead at once; its memory goes with the current
-  // scope, so that a late call on it still finds hdl == NULL meanwhile.
   for (auto it = clones_.begin(); it != clones_.end(); ++it) {
     if (it->get() == &obj) {
-      scopes_.back()->objects.push_back(std::move(*it));
+      std::unique_ptr<EncObject> out = std::move(*it);
       clones_.erase(it);
-      return;
+      return out;
     }
   }
+  return nullptr;
 }
 
 std::size_t Store::liveClones() const {

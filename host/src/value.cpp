@@ -1,7 +1,7 @@
 // The CIM value model: immutable values with checked accessors.
 #include "zeda/host/value.hpp"
 
-#include <cctype>
+#include <atomic>
 #include <sstream>
 #include <utility>
 #include <variant>
@@ -12,9 +12,11 @@
 
 namespace zeda::host {
 
+// Paths and instances are held by pointer: a string payload stays small.
+// refs counts the values sharing the payload; the last one deletes it.
 struct Value::Payload {
-  std::variant<std::monostate, bool, std::uint64_t, std::int64_t, double, std::string, ObjectPath, Instance,
-               std::vector<Value>>
+  mutable std::atomic<long> refs{1};
+  std::variant<std::string, std::unique_ptr<const ObjectPath>, std::unique_ptr<const Instance>, std::vector<Value>>
       data;
 };
 
@@ -53,11 +55,27 @@ std::string scalarName(TypeCode t) {
   }
 }
 
+// A payload with one count, which the Value made from it takes over.
 template <typename T>
-std::shared_ptr<const Value::Payload> makePayload(T v) {
-  auto p = std::make_shared<Value::Payload>();
+const Value::Payload* makePayload(T v) {
+  auto p = std::make_unique<Value::Payload>();
   p->data = std::move(v);
-  return p;
+  return p.release();
+}
+
+bool payloadsEqual(const Value::Payload& a, const Value::Payload& b) {
+  if (a.data.index() != b.data.index()) return false;
+  return std::visit(
+      [&b](const auto& x) {
+        using D = std::decay_t<decltype(x)>;
+        const D& y = std::get<D>(b.data);
+        if constexpr (std::is_same_v<D, std::string> || std::is_same_v<D, std::vector<Value>>) {
+          return x == y;
+        } else {
+          return *x == *y;
+        }
+      },
+      a.data);
 }
 
 }  // namespace
@@ -69,10 +87,15 @@ std::string typeName(TypeCode code) {
   return scalarName(code);
 }
 
+namespace {
+// ASCII case folding: CIM names are ASCII, and the locale plays no part.
+constexpr unsigned char foldCase(unsigned char c) { return c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c + 32) : c; }
+}  // namespace
+
 bool namesEqual(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
   for (std::size_t i = 0; i < a.size(); ++i) {
-    if (std::tolower(static_cast<unsigned char>(a[i])) != std::tolower(static_cast<unsigned char>(b[i]))) {
+    if (a[i] != b[i] && foldCase(static_cast<unsigned char>(a[i])) != foldCase(static_cast<unsigned char>(b[i]))) {
       return false;
     }
   }
@@ -81,26 +104,94 @@ bool namesEqual(std::string_view a, std::string_view b) {
 
 Value::Value() = default;
 
-Value::Value(TypeCode type, bool null, std::shared_ptr<const Payload> payload)
-    : type_(type), null_(null), payload_(std::move(payload)) {}
+Value::Value(TypeCode type, const Payload* payload) : type_(type), null_(false) { scalar_.payload = payload; }
 
-Value Value::null(TypeCode t) { return Value(t, true, nullptr); }
-Value Value::boolean(bool v) { return Value(type::boolean, false, makePayload(v)); }
-Value Value::char16(std::uint16_t v) { return Value(type::char16, false, makePayload(std::uint64_t{v})); }
-Value Value::uint8(std::uint8_t v) { return Value(type::uint8, false, makePayload(std::uint64_t{v})); }
-Value Value::uint16(std::uint16_t v) { return Value(type::uint16, false, makePayload(std::uint64_t{v})); }
-Value Value::uint32(std::uint32_t v) { return Value(type::uint32, false, makePayload(std::uint64_t{v})); }
-Value Value::uint64(std::uint64_t v) { return Value(type::uint64, false, makePayload(v)); }
-Value Value::sint8(std::int8_t v) { return Value(type::sint8, false, makePayload(std::int64_t{v})); }
-Value Value::sint16(std::int16_t v) { return Value(type::sint16, false, makePayload(std::int64_t{v})); }
-Value Value::sint32(std::int32_t v) { return Value(type::sint32, false, makePayload(std::int64_t{v})); }
-Value Value::sint64(std::int64_t v) { return Value(type::sint64, false, makePayload(v)); }
-Value Value::real32(float v) { return Value(type::real32, false, makePayload(double{v})); }
-Value Value::real64(double v) { return Value(type::real64, false, makePayload(v)); }
-Value Value::string(std::string v) { return Value(type::string, false, makePayload(std::move(v))); }
-Value Value::dateTime(std::string text) { return Value(type::dateTime, false, makePayload(std::move(text))); }
-Value Value::reference(ObjectPath path) { return Value(type::ref, false, makePayload(std::move(path))); }
-Value Value::instance(Instance inst) { return Value(type::instance, false, makePayload(std::move(inst))); }
+bool Value::holdsPayload() const {
+  return !null_ && (isArray() || isStringCode(type_) || type_ == type::dateTime || type_ == type::ref ||
+                    type_ == type::instance);
+}
+
+Value::Value(const Value& other) : type_(other.type_), null_(other.null_), scalar_(other.scalar_) {
+  if (holdsPayload()) scalar_.payload->refs.fetch_add(1, std::memory_order_relaxed);
+}
+
+Value::Value(Value&& other) noexcept : type_(other.type_), null_(other.null_), scalar_(other.scalar_) {
+  other.type_ = type::null;
+  other.null_ = true;
+  other.scalar_ = Scalar{};
+}
+
+Value& Value::operator=(const Value& other) {
+  Value copy(other);
+  swap(copy);
+  return *this;
+}
+
+Value& Value::operator=(Value&& other) noexcept {
+  Value taken(std::move(other));
+  swap(taken);
+  return *this;
+}
+
+Value::~Value() {
+  if (holdsPayload() && scalar_.payload->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    delete scalar_.payload;
+  }
+}
+
+void Value::swap(Value& other) noexcept {
+  std::swap(type_, other.type_);
+  std::swap(null_, other.null_);
+  std::swap(scalar_, other.scalar_);
+}
+
+Value::Value(TypeCode type, Scalar scalar) : type_(type), null_(false), scalar_(scalar) {}
+
+Value::Scalar Value::unsignedScalar(std::uint64_t v) {
+  Scalar s{};
+  s.u = v;
+  return s;
+}
+Value::Scalar Value::signedScalar(std::int64_t v) {
+  Scalar s{};
+  s.s = v;
+  return s;
+}
+Value::Scalar Value::realScalar(double v) {
+  Scalar s{};
+  s.r = v;
+  return s;
+}
+
+Value Value::null(TypeCode t) {
+  Value v;
+  v.type_ = t;
+  return v;
+}
+Value Value::boolean(bool v) {
+  Scalar s{};
+  s.b = v;
+  return Value(type::boolean, s);
+}
+Value Value::char16(std::uint16_t v) { return Value(type::char16, unsignedScalar(v)); }
+Value Value::uint8(std::uint8_t v) { return Value(type::uint8, unsignedScalar(v)); }
+Value Value::uint16(std::uint16_t v) { return Value(type::uint16, unsignedScalar(v)); }
+Value Value::uint32(std::uint32_t v) { return Value(type::uint32, unsignedScalar(v)); }
+Value Value::uint64(std::uint64_t v) { return Value(type::uint64, unsignedScalar(v)); }
+Value Value::sint8(std::int8_t v) { return Value(type::sint8, signedScalar(v)); }
+Value Value::sint16(std::int16_t v) { return Value(type::sint16, signedScalar(v)); }
+Value Value::sint32(std::int32_t v) { return Value(type::sint32, signedScalar(v)); }
+Value Value::sint64(std::int64_t v) { return Value(type::sint64, signedScalar(v)); }
+Value Value::real32(float v) { return Value(type::real32, realScalar(v)); }
+Value Value::real64(double v) { return Value(type::real64, realScalar(v)); }
+Value Value::string(std::string v) { return Value(type::string, makePayload(std::move(v))); }
+Value Value::dateTime(std::string text) { return Value(type::dateTime, makePayload(std::move(text))); }
+Value Value::reference(ObjectPath path) {
+  return Value(type::ref, makePayload(std::make_unique<const ObjectPath>(std::move(path))));
+}
+Value Value::instance(Instance inst) {
+  return Value(type::instance, makePayload(std::make_unique<const Instance>(std::move(inst))));
+}
 
 Value Value::array(TypeCode elementType, std::vector<Value> elements) {
   const auto scalar = static_cast<TypeCode>(elementType & ~type::array);
@@ -110,7 +201,7 @@ Value Value::array(TypeCode elementType, std::vector<Value> elements) {
       throw TypeMismatch("array of " + zeda::host::typeName(scalar) + " cannot hold an element of type " + e.typeName());
     }
   }
-  return Value(static_cast<TypeCode>(scalar | type::array), false, makePayload(std::move(elements)));
+  return Value(static_cast<TypeCode>(scalar | type::array), makePayload(std::move(elements)));
 }
 
 namespace {
@@ -140,29 +231,37 @@ const Value::Payload& Value::expect(bool ok, std::string_view wanted) const {
   if (!ok) {
     throw TypeMismatch("value is " + typeName() + ", not " + std::string(wanted));
   }
-  if (null_ || !payload_) {
+  if (!holdsPayload()) {
     throw TypeMismatch("value is a null " + typeName() + ", not a " + std::string(wanted) + " value");
   }
-  return *payload_;
+  return *scalar_.payload;
 }
 
-bool Value::b() const { return std::get<bool>(expect(type_ == type::boolean, "boolean").data); }
-std::uint64_t Value::u() const {
-  return std::get<std::uint64_t>(expect(isUnsignedCode(type_), "an unsigned integer").data);
+const Value::Scalar& Value::expectScalar(bool ok, std::string_view wanted) const {
+  if (!ok) {
+    throw TypeMismatch("value is " + typeName() + ", not " + std::string(wanted));
+  }
+  if (null_) {
+    throw TypeMismatch("value is a null " + typeName() + ", not a " + std::string(wanted) + " value");
+  }
+  return scalar_;
 }
-std::int64_t Value::s() const {
-  return std::get<std::int64_t>(expect(isSignedCode(type_), "a signed integer").data);
-}
-double Value::r() const { return std::get<double>(expect(isRealCode(type_), "a real").data); }
+
+bool Value::b() const { return expectScalar(type_ == type::boolean, "boolean").b; }
+std::uint64_t Value::u() const { return expectScalar(isUnsignedCode(type_), "an unsigned integer").u; }
+std::int64_t Value::s() const { return expectScalar(isSignedCode(type_), "a signed integer").s; }
+double Value::r() const { return expectScalar(isRealCode(type_), "a real").r; }
 const std::string& Value::str() const {
   return std::get<std::string>(expect(isStringCode(type_), "string").data);
 }
 const std::string& Value::dateTimeText() const {
   return std::get<std::string>(expect(type_ == type::dateTime, "datetime").data);
 }
-const ObjectPath& Value::ref() const { return std::get<ObjectPath>(expect(type_ == type::ref, "reference").data); }
+const ObjectPath& Value::ref() const {
+  return *std::get<std::unique_ptr<const ObjectPath>>(expect(type_ == type::ref, "reference").data);
+}
 const Instance& Value::inst() const {
-  return std::get<Instance>(expect(type_ == type::instance, "instance").data);
+  return *std::get<std::unique_ptr<const Instance>>(expect(type_ == type::instance, "instance").data);
 }
 const std::vector<Value>& Value::elements() const {
   return std::get<std::vector<Value>>(expect(isArray(), "an array").data);
@@ -204,40 +303,58 @@ std::vector<ObjectPath> Value::refs() const {
 bool Value::operator==(const Value& other) const {
   if (type_ != other.type_ || null_ != other.null_) return false;
   if (null_) return true;
-  if (payload_ == other.payload_) return true;
-  if (!payload_ || !other.payload_) return false;
-  return payload_->data == other.payload_->data;
+  if (type_ == type::boolean) return scalar_.b == other.scalar_.b;
+  if (isUnsignedCode(type_)) return scalar_.u == other.scalar_.u;
+  if (isSignedCode(type_)) return scalar_.s == other.scalar_.s;
+  if (isRealCode(type_)) return scalar_.r == other.scalar_.r;
+  if (!holdsPayload() || !other.holdsPayload()) return holdsPayload() == other.holdsPayload();
+  if (scalar_.payload == other.scalar_.payload) return true;
+  return payloadsEqual(*scalar_.payload, *other.scalar_.payload);
 }
 
 std::string Value::debugString() const {
   std::ostringstream out;
   out << typeName() << ' ';
-  if (null_) {
+  if (null_ || type_ == type::null) {
+    out << "NULL";
+    return out.str();
+  }
+  if (type_ == type::boolean) {
+    out << (scalar_.b ? "true" : "false");
+    return out.str();
+  }
+  if (isUnsignedCode(type_)) {
+    out << scalar_.u;
+    return out.str();
+  }
+  if (isSignedCode(type_)) {
+    out << scalar_.s;
+    return out.str();
+  }
+  if (isRealCode(type_)) {
+    out << scalar_.r;
+    return out.str();
+  }
+  if (!holdsPayload()) {
     out << "NULL";
     return out.str();
   }
   std::visit(
       [&out](const auto& d) {
         using D = std::decay_t<decltype(d)>;
-        if constexpr (std::is_same_v<D, std::monostate>) {
-          out << "NULL";
-        } else if constexpr (std::is_same_v<D, bool>) {
-          out << (d ? "true" : "false");
-        } else if constexpr (std::is_same_v<D, std::string>) {
+        if constexpr (std::is_same_v<D, std::string>) {
           out << '"' << d << '"';
-        } else if constexpr (std::is_same_v<D, ObjectPath>) {
-          out << formatObjectPath(d);
-        } else if constexpr (std::is_same_v<D, Instance>) {
-          out << "instance of " << d.className();
-        } else if constexpr (std::is_same_v<D, std::vector<Value>>) {
+        } else if constexpr (std::is_same_v<D, std::unique_ptr<const ObjectPath>>) {
+          out << formatObjectPath(*d);
+        } else if constexpr (std::is_same_v<D, std::unique_ptr<const Instance>>) {
+          out << "instance of " << d->className();
+        } else {
           out << '{';
           for (std::size_t i = 0; i < d.size(); ++i) out << (i ? ", " : "") << d[i].debugString();
           out << '}';
-        } else {
-          out << d;
         }
       },
-      payload_->data);
+      scalar_.payload->data);
   return out.str();
 }
 

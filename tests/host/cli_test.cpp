@@ -205,11 +205,78 @@ std::vector<UsageCase> usageCases() {
       {"ModuleNotFound", {"--module", "/nonexistent/module.so", "ei", "X"}, "module not found: /nonexistent/module.so"},
       {"FactoryMissing", {"--module", m, "ei", "ZEDA_Nobody"},
        "factory missing: module " + m + " exports no ZEDA_NobodyProvider_Create_InstanceMI"},
+      // The module prints on stderr when loaded: only zeda-cim's own line shows.
+      {"ModuleWithoutFactories", {"--module", ZEDA_TEST_EMPTY_MODULE, "classes"},
+       std::string("module ") + ZEDA_TEST_EMPTY_MODULE + " exports no provider factory (*_Create_*MI)"},
+      {"ModuleWithoutFactoriesAnyOperation", {"--module", ZEDA_TEST_EMPTY_MODULE, "ei", "X"},
+       std::string("module ") + ZEDA_TEST_EMPTY_MODULE + " exports no provider factory (*_Create_*MI)"},
+      // Bytes that are not UTF-8 are shown as escapes; UTF-8 text stays as it is.
+      {"BytesThatAreNotUtf8", {"--module", m, "--format", "y\xff\xc3(\xc3\xa9\x7f", "ei", "X"},
+       "unknown format y\\xff\\xc3(\xc3\xa9\\x7f (mof, json or xml)"},
   };
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, ZedaCimUsage, ::testing::ValuesIn(usageCases()),
                          [](const ::testing::TestParamInfo<UsageCase>& info) { return info.param.label; });
+
+// ---- results printed as they come ---------------------------------------
+
+std::vector<std::string> withManyModule(std::vector<std::string> args) {
+  args.insert(args.begin(), {"--module", ZEDA_TEST_CONCURRENT_PROVIDER});
+  return args;
+}
+
+TEST(ZedaCimStreaming, JsonOfManyResultsIsOneDocumentWithEveryMember) {
+  const CliRun r = RunZedaCim(withManyModule({"--format", "json", "ei", "ZEDA_HostMany"}));
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.err, "");
+  const json doc = json::parse(r.out);
+  EXPECT_EQ(doc.size(), 4u);
+  EXPECT_EQ(doc["operation"], "ei");
+  EXPECT_EQ(doc["status"], json::parse(R"({"code": 0, "message": null})"));
+  EXPECT_EQ(doc["done"], true);
+  ASSERT_EQ(doc["results"].size(), 500u);
+  for (unsigned i = 0; i < 500; ++i) {
+    const json& props = doc["results"][i]["properties"];
+    EXPECT_EQ(props[0], json::parse(R"({"name": "Index", "type": "uint32", "value": )" + std::to_string(i) + "}"));
+    EXPECT_EQ(props[1]["value"], "item-" + std::to_string(i));
+  }
+  // One result a line: printed as it comes, not as one block at the end.
+  EXPECT_GE(lines(r.out), 500 + 5);
+}
+
+TEST(ZedaCimStreaming, MofAndXmlOfManyResultsAreTheWholeOutcomesText) {
+  const CliRun mof = RunZedaCim(withManyModule({"ei", "ZEDA_HostMany"}));
+  ASSERT_EQ(mof.status, 0) << mof.err;
+  std::string expected;
+  for (unsigned i = 0; i < 500; ++i) {
+    if (i > 0) expected += "\n";
+    expected += "instance of ZEDA_HostMany {\n    Index = " + std::to_string(i) + ";\n    Name = \"item-" +
+                std::to_string(i) + "\";\n    Tag = \"\";\n};\n";
+  }
+  EXPECT_EQ(mof.out, expected);
+
+  const CliRun xml = RunZedaCim(withManyModule({"--format", "xml", "ein", "ZEDA_HostMany"}));
+  // The module has no enumerateInstanceNames: an empty document and the status line.
+  EXPECT_EQ(xml.status, 1);
+  EXPECT_EQ(xml.out, "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<IRETURNVALUE>\n</IRETURNVALUE>\n");
+  EXPECT_EQ(xml.err, "zeda-cim: CMPI_RC_ERR_NOT_SUPPORTED (7)\n");
+
+  const CliRun full = RunZedaCim(withManyModule({"--format", "xml", "ei", "ZEDA_HostMany"}));
+  ASSERT_EQ(full.status, 0);
+  EXPECT_EQ(full.out.rfind("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<IRETURNVALUE>\n<VALUE.NAMEDINSTANCE>", 0), 0u);
+  EXPECT_EQ(std::count(full.out.begin(), full.out.end(), '\n'), 500 + 3);
+  EXPECT_EQ(full.out.substr(full.out.size() - 17), "\n</IRETURNVALUE>\n");
+}
+
+TEST(ZedaCimStreaming, JsonWithoutResultsStaysOneDocument) {
+  const CliRun r = RunZedaCim(withManyModule({"--format", "json", "ein", "ZEDA_HostMany"}));
+  EXPECT_EQ(r.status, 1);
+  EXPECT_EQ(r.err, "");
+  const json doc = json::parse(r.out);
+  EXPECT_EQ(doc, json::parse(R"({"operation": "ein", "status": {"code": 7, "message": null}, "done": false,
+                                 "results": []})"));
+}
 
 TEST(ZedaCim, HelpGoesToStdout) {
   const CliRun r = RunZedaCim({"--help"});

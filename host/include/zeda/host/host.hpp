@@ -2,8 +2,11 @@
 // dlopen, calls its factories like an object manager does, drives the MI
 // function tables and collects what the providers return.
 //
-// Threading: one Host serves one thread of calls at a time; providers may
-// use the broker from threads of their own (the object store is locked).
+// Threading: a Host serves any number of threads at once, as an object
+// manager does: each operation has its own objects, results and status; the
+// broker functions are thread-safe; the factories of one provider are never
+// called by two threads at once. Loading, unload() and the context settings
+// are not to be called while operations run.
 #pragma once
 
 #include <cstddef>
@@ -20,6 +23,7 @@
 #include "zeda/host/instance.hpp"
 #include "zeda/host/object_path.hpp"
 #include "zeda/host/outcome.hpp"
+#include "zeda/host/result_sink.hpp"
 #include "zeda/host/value.hpp"
 
 namespace zeda::host {
@@ -136,6 +140,25 @@ class Host {
                      const OptString& role, const PropertyList& properties = std::nullopt);
   Outcome referenceNames(const std::string& provider, const ObjectPath& path, const OptString& resultClass,
                          const OptString& role);
+
+  // Streaming forms: each result goes to sink as the provider returns it
+  // (the Outcome carries status, done and errors, no results), so memory
+  // does not grow with the number of results.
+  Outcome enumerateInstanceNames(const std::string& provider, const ObjectPath& classPath, ResultSink& sink);
+  Outcome enumerateInstances(const std::string& provider, const ObjectPath& classPath, const PropertyList& properties,
+                             ResultSink& sink);
+  Outcome getInstance(const std::string& provider, const ObjectPath& instancePath, const PropertyList& properties,
+                      ResultSink& sink);
+  Outcome associators(const std::string& provider, const ObjectPath& path, const OptString& assocClass,
+                      const OptString& resultClass, const OptString& role, const OptString& resultRole,
+                      const PropertyList& properties, ResultSink& sink);
+  Outcome associatorNames(const std::string& provider, const ObjectPath& path, const OptString& assocClass,
+                          const OptString& resultClass, const OptString& role, const OptString& resultRole,
+                          ResultSink& sink);
+  Outcome references(const std::string& provider, const ObjectPath& path, const OptString& resultClass,
+                     const OptString& role, const PropertyList& properties, ResultSink& sink);
+  Outcome referenceNames(const std::string& provider, const ObjectPath& path, const OptString& resultClass,
+                         const OptString& role, ResultSink& sink);
 
   // Method MI: results hold the returnData values (the return value); the
   // output arguments land in Outcome::outArgs.

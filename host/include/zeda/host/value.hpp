@@ -56,6 +56,11 @@ class Value {
  public:
   // A null value without a type (CMPI_null).
   Value();
+  Value(const Value& other);
+  Value(Value&& other) noexcept;
+  Value& operator=(const Value& other);
+  Value& operator=(Value&& other) noexcept;
+  ~Value();
 
   // Factories; the type code follows from the factory.
   static Value null(TypeCode type);  // typed null, e.g. null(type::uint16)
@@ -119,12 +124,29 @@ class Value {
   struct Payload;  // opaque, defined by the implementation
 
  private:
-  Value(TypeCode type, bool null, std::shared_ptr<const Payload> payload);
+  // Booleans, integers and reals are held in the value itself; strings,
+  // paths, instances and arrays in a shared immutable payload, counted by
+  // the values that share it (a value is 16 bytes: many live per request).
+  union Scalar {
+    bool b;
+    std::uint64_t u;
+    std::int64_t s;
+    double r;
+    const Payload* payload;
+  };
+  Value(TypeCode type, const Payload* payload);  // takes over one count
+  Value(TypeCode type, Scalar scalar);
+  bool holdsPayload() const;
+  void swap(Value& other) noexcept;
+  static Scalar unsignedScalar(std::uint64_t v);
+  static Scalar signedScalar(std::int64_t v);
+  static Scalar realScalar(double v);
   const Payload& expect(bool ok, std::string_view wanted) const;
+  const Scalar& expectScalar(bool ok, std::string_view wanted) const;
 
   TypeCode type_ = type::null;
   bool null_ = true;
-  std::shared_ptr<const Payload> payload_;
+  Scalar scalar_{};
 };
 
 // A named value: a property, a key binding or a method argument.
