@@ -65,7 +65,7 @@ void InventoryStore::ForgetFileState() {
 }
 
 const Snapshot& InventoryStore::CurrentLocked() {
-  if (!inMemory_) {
+  if (!inMemory_ && !RefreshFromConfiguration()) {
     RefreshFromFile();
   }
   if (current_ == nullptr) {

@@ -49,6 +49,7 @@ class InventoryStore {
   // All private members below expect mutex_ to be held.
   const Snapshot& CurrentLocked();
   void RefreshFromFile();
+  bool RefreshFromConfiguration();  // false when there is no configuration file
   void Install(Inventory inventory);
 
   std::mutex mutex_;
