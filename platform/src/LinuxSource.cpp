@@ -188,8 +188,10 @@ NasRecord LinuxSource::Read() {
                                                                              : vendor + " " + model;
     record.disk.interfaceType = InterfaceType(disk, udev);
     record.disk.id = StableId(disk, udev, record.disk.interfaceType, model, serial);
+    // The SCSI "rev" of an ATA disk is cut to four characters; udev and
+    // smartctl have the whole version.
     record.disk.firmwareVersion =
-        FirstOf({disk.firmware, Property(udev, "ID_REVISION"), report ? report->firmware : ""});
+        FirstOf({Property(udev, "ID_REVISION"), report ? report->firmware : "", disk.firmware});
     record.disk.capacity = disk.sizeBytes.value_or(0);
     record.disk.isSsd = disk.rotational.has_value() && !*disk.rotational;
     if (!record.disk.isSsd) {

@@ -117,7 +117,7 @@ SmartReport ParseSmartctlOutput(const std::string& output, int exitStatus) {
     report.reason = errors.empty() ? "a SMART command failed" : errors;
   } else {
     report.verdict = SmartReport::Verdict::NoSmart;
-    report.reason = unsupported ? "SMART unsupported" : (errors.empty() ? "no SMART status" : errors);
+    report.reason = !errors.empty() ? errors : unsupported ? "SMART unsupported" : "no SMART status";
   }
   return report;
 }
