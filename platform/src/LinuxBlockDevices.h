@@ -51,7 +51,9 @@ std::vector<MdArray> ScanMdArrays(const std::string& root);
 // from <root>/proc/self/mounts (else <root>/proc/mounts) and <root>/proc/swaps.
 std::set<std::string> DevicesInUse(const std::string& root);
 
-// Properties of the udev database entry of a block device,
+// Properties of the udev database entry of a block device, read from the
+// file libudev itself reads (libudev cannot be pointed at another root, and
+// the tests give one),
 // <root>/run/udev/data/b<major>:<minor> (lines "E:KEY=value"); empty when
 // udev has none.
 std::map<std::string, std::string> UdevProperties(const std::string& root, const std::string& devNumbers);

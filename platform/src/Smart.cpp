@@ -183,8 +183,9 @@ void SmartCache::Ask(const std::vector<std::string>& nodes) {
     missingLogged_ = false;
     try {
       SmartReport report = ParseSmartctlOutput(outcome.output, outcome.exitStatus);
+      // With -n standby smartctl leaves a sleeping disk alone and says so.
       const bool standby = report.verdict == SmartReport::Verdict::NoSmart &&
-                           report.reason.find("STANDBY") != std::string::npos;
+                           outcome.output.find("STANDBY") != std::string::npos;
       if (standby && entry.report) continue;  // asleep: the last answer stands
       entry.report = std::move(report);
       lastProblem_.erase(node);

@@ -173,5 +173,15 @@ TEST_F(FixtureMachine, DuplicateNasNameAcrossSources) {
             "Bad configuration file " + config + ": sources[1].nas: duplicate NAS name \"fx\"");
 }
 
+TEST_F(FixtureMachine, DuplicateNasNameAcrossAFileAndALinuxSource) {
+  // The sample inventory names its first NAS nas1.
+  const std::string config = WriteConfig(
+      dir_.path(), "[{\"type\": \"file\", \"path\": \"" ZEDA_EXAMPLE_INVENTORY "\"}, " + FixtureSource("nas1") + "]");
+  const CliAnswer answer = RunCli(config, {"ei", "ZEDA_DiskDrive"});
+  EXPECT_NE(answer.exitStatus, 0);
+  EXPECT_EQ(answer.document.at("status").at("message"),
+            "Bad configuration file " + config + ": sources[1]: duplicate NAS name \"nas1\"");
+}
+
 }  // namespace
 }  // namespace zeda::live

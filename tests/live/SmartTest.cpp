@@ -146,6 +146,21 @@ TEST(LinuxSource, ADiskThatDoesNotAnswerInTimeDoesNotHoldTheRequest) {
   EXPECT_EQ(ById(source.Read()).at("wwn-0x50014ee2b1111111").health.message, "PASSED");
 }
 
+TEST(LinuxSource, ASleepingDiskKeepsItsLastAnswer) {
+  zeda::testing::TempDir records;
+  fs::copy(kFixture + "/smart", records.path(), fs::copy_options::recursive);
+  const zeda::testing::ScopedEnv env("ZEDA_SMART_RECORDS", records.path());
+  LinuxSourceConfig config = FixtureConfig();
+  config.smartTtl = std::chrono::seconds(0);
+  LinuxSource source(config);
+  EXPECT_EQ(ById(source.Read()).at("wwn-0x50014ee2b1111111").health.message, "PASSED");
+  std::ofstream(records.path() + "/sda.json")
+      << "{\"smartctl\": {\"messages\": [{\"string\": \"Device is in STANDBY mode, exit(2)\", "
+         "\"severity\": \"information\"}], \"exit_status\": 2}}\n";
+  std::ofstream(records.path() + "/sda.exit") << "2\n";
+  EXPECT_EQ(ById(source.Read()).at("wwn-0x50014ee2b1111111").health.message, "PASSED");
+}
+
 TEST(LinuxSource, MissingSmartctlIsOneErrorLine) {
   LinuxSourceConfig config = FixtureConfig();
   config.smartctl = "/nonexistent/smartctl";
