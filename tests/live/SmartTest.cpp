@@ -161,6 +161,22 @@ TEST(LinuxSource, ASleepingDiskKeepsItsLastAnswer) {
   EXPECT_EQ(ById(source.Read()).at("wwn-0x50014ee2b1111111").health.message, "PASSED");
 }
 
+TEST(LinuxSource, UnparsableSmartctlOutputIsOneErrorLine) {
+  zeda::testing::TempDir records;
+  fs::copy(kFixture + "/smart", records.path(), fs::copy_options::recursive);
+  std::ofstream(records.path() + "/sda.json") << "Segmentation fault\n";
+  const zeda::testing::ScopedEnv env("ZEDA_SMART_RECORDS", records.path());
+  LinuxSourceConfig config = FixtureConfig();
+  config.smartTtl = std::chrono::seconds(0);
+  LinuxSource source(config);
+  const ErrorLines errors;
+  const auto sda = ById(source.Read()).at("wwn-0x50014ee2b1111111");
+  source.Read();
+  EXPECT_EQ(sda.health.healthStatus, pelka::platform::kHealthUnknown);
+  EXPECT_EQ(sda.disk.status, zeda::orvi::Unknown);
+  EXPECT_EQ(errors.Lines(), std::vector<std::string>{"smartctl /dev/sda: unparsable smartctl output (exit status 0)"});
+}
+
 TEST(LinuxSource, MissingSmartctlIsOneErrorLine) {
   LinuxSourceConfig config = FixtureConfig();
   config.smartctl = "/nonexistent/smartctl";
