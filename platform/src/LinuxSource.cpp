@@ -180,7 +180,8 @@ NasRecord LinuxSource::Read() {
                                        Property(udev, "ID_MODEL"), report ? report->model : ""});
     const std::string serial = FirstOf({Property(udev, "ID_SERIAL_SHORT"), disk.serial,
                                         report ? report->serial : ""});
-    const std::string vendor = FirstOf({disk.vendor, UdevDecoded(Property(udev, "ID_VENDOR_ENC"))});
+    std::string vendor = FirstOf({disk.vendor, UdevDecoded(Property(udev, "ID_VENDOR_ENC"))});
+    if (vendor == "ATA") vendor.clear();  // the SCSI layer's word for any ATA disk, not a maker
     record.identity.model = model;
     record.identity.serial = serial;
     record.identity.product = (vendor.empty() || model.rfind(vendor, 0) == 0) ? model
