@@ -44,13 +44,14 @@ ConfiguredRead ConfiguredSources::Read() {
       if (!names.insert(nas.name).second) {
         read.error = "Bad configuration file " + configPath_ + ": " + source.config.place +
                      ": duplicate NAS name \"" + nas.name + "\"";
-        if (source.lastError != read.error) LOG(ERROR) << read.error;
-        source.lastError = read.error;
+        if (duplicateError_ != read.error) LOG(ERROR) << read.error;
+        duplicateError_ = read.error;
         return read;
       }
       inventory.nas.push_back(nas);
     }
   }
+  duplicateError_.clear();
   read.inventory = std::move(inventory);
   return read;
 }

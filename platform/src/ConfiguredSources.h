@@ -58,6 +58,7 @@ class ConfiguredSources {
   std::string configError_;  // of the last read of the configuration file, logged once
   std::optional<Config> config_;  // the configuration in service
   std::vector<Source> sources_;
+  std::string duplicateError_;  // a NAS name served by two sources, logged once
 };
 
 }  // namespace zeda::pelka::platform

@@ -102,6 +102,23 @@ TEST(ConfigFile, LastGoodConfigurationStaysInService) {
   EXPECT_EQ(errors.Lines().size(), 1u);
 }
 
+TEST(ConfigFile, ANasNameServedTwiceIsLoggedOnceAndKeepsTheLastInventory) {
+  zeda::testing::TempDir dir;
+  const zeda::testing::ScopedEnv config("PELKA_CONFIG", dir.path() + "/pelka.json");
+  pelka::platform::UseFileInventory();
+  WriteConfig(dir.path(), "[" + FixtureSource("first") + "]");
+  EXPECT_EQ(NasNames(), std::vector<std::string>{"first"});
+
+  const ErrorLines errors;
+  // The sample inventory names its first NAS nas1.
+  WriteConfig(dir.path(), "[{\"type\": \"file\", \"path\": \"" ZEDA_EXAMPLE_INVENTORY "\"}, " +
+                              FixtureSource("nas1") + "]");
+  EXPECT_EQ(NasNames(), std::vector<std::string>{"first"});
+  EXPECT_EQ(NasNames(), std::vector<std::string>{"first"});
+  EXPECT_EQ(errors.Lines(), std::vector<std::string>{"Bad configuration file " + dir.path() +
+                                                      "/pelka.json: sources[1]: duplicate NAS name \"nas1\""});
+}
+
 TEST(ConfigFile, MissingNamedFileIsAnError) {
   zeda::testing::TempDir dir;
   const zeda::testing::ScopedEnv config("PELKA_CONFIG", dir.path() + "/absent.json");
