@@ -42,9 +42,10 @@ struct Config {
   std::vector<SourceConfig> sources;
 };
 
-// The configuration file in use: PELKA_CONFIG when set, else
-// /etc/pelka/pelka.json. `named` tells which (a missing file named by
-// PELKA_CONFIG is an error; a missing default file means "no configuration").
+// The configuration file in use: PELKA_CONFIG when set, else none when
+// PELKA_INVENTORY is set (empty path), else /etc/pelka/pelka.json. `named`
+// tells which (a missing file named by PELKA_CONFIG is an error; a missing
+// default file means "no configuration").
 struct ConfigFileName {
   std::string path;
   bool named = false;

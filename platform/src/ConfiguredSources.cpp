@@ -60,6 +60,13 @@ ConfiguredRead ConfiguredSources::Read() {
 // configuration applies; `error` is set when none is in service.
 bool ConfiguredSources::RefreshConfig(std::string& error) {
   const ConfigFileName name = ConfigFilePath();
+  if (name.path.empty()) {
+    configStamp_.reset();
+    configError_.clear();
+    config_.reset();
+    sources_.clear();
+    return false;
+  }
   if (configStamp_ && configStamp_->path != name.path) {
     // Another file named: start afresh.
     configStamp_.reset();

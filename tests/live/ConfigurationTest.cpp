@@ -119,6 +119,26 @@ TEST(ConfigFile, ANasNameServedTwiceIsLoggedOnceAndKeepsTheLastInventory) {
                                                       "/pelka.json: sources[1]: duplicate NAS name \"nas1\""});
 }
 
+TEST(ConfigFile, WhichFile) {
+  {
+    const zeda::testing::ScopedEnv config("PELKA_CONFIG", "/x/pelka.json");
+    const zeda::testing::ScopedEnv inventory("PELKA_INVENTORY", "/x/inventory.json");
+    EXPECT_EQ(pelka::platform::ConfigFilePath().path, "/x/pelka.json");
+    EXPECT_TRUE(pelka::platform::ConfigFilePath().named);
+  }
+  {
+    const zeda::testing::ScopedEnv config("PELKA_CONFIG", "");
+    const zeda::testing::ScopedEnv inventory("PELKA_INVENTORY", "/x/inventory.json");
+    EXPECT_EQ(pelka::platform::ConfigFilePath().path, "");  // the inventory file serves
+  }
+  {
+    const zeda::testing::ScopedEnv config("PELKA_CONFIG", "");
+    const zeda::testing::ScopedEnv inventory("PELKA_INVENTORY", "");
+    EXPECT_EQ(pelka::platform::ConfigFilePath().path, "/etc/pelka/pelka.json");
+    EXPECT_FALSE(pelka::platform::ConfigFilePath().named);
+  }
+}
+
 TEST(ConfigFile, MissingNamedFileIsAnError) {
   zeda::testing::TempDir dir;
   const zeda::testing::ScopedEnv config("PELKA_CONFIG", dir.path() + "/absent.json");
