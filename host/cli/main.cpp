@@ -60,6 +60,7 @@ std::string modulePath(const Options& o) {
 }
 
 void exportEnvironment(const Options& o) {
+  if (o.config) setenv("PELKA_CONFIG", o.config->c_str(), 1);
   if (o.inventory) setenv("PELKA_INVENTORY", o.inventory->c_str(), 1);
   if (o.programData) setenv("PELKA_PROGRAM_DATA", o.programData->c_str(), 1);
   if (o.nasTrace) setenv("PELKA_NAS_TRACE", o.nasTrace->c_str(), 1);

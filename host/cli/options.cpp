@@ -20,7 +20,7 @@ bool isAssociation(const std::string& op) { return op == "ai" || op == "ain" || 
 }  // namespace
 
 std::string usageText() {
-  return "usage: zeda-cim [--module PATH] [--inventory FILE] [--program-data DIR] [--nas-trace FILE]\n"
+  return "usage: zeda-cim [--module PATH] [--config FILE] [--inventory FILE] [--program-data DIR] [--nas-trace FILE]\n"
          "                [--namespace NS] [--format mof|json|xml] [--property NAME]... OPERATION ARGS\n"
          "  ei  | enumerate-instances CLASS          ein | enumerate-instance-names CLASS\n"
          "  gi  | get-instance PATH\n"
@@ -61,6 +61,8 @@ Options parseOptions(const std::vector<std::string>& args) {
     };
     if (name == "--module") {
       o.module = value();
+    } else if (name == "--config") {
+      o.config = value();
     } else if (name == "--inventory") {
       o.inventory = value();
     } else if (name == "--program-data") {

@@ -18,6 +18,7 @@ enum class Format { Mof, Json, Xml };
 
 struct Options {
   std::optional<std::string> module;
+  std::optional<std::string> config;  // the library's configuration file (PELKA_CONFIG)
   std::optional<std::string> inventory;
   std::optional<std::string> programData;
   std::optional<std::string> nasTrace;

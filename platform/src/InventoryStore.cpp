@@ -88,7 +88,7 @@ std::size_t InventoryStore::SnapshotCount() {
 }
 
 const Snapshot& InventoryStore::CurrentLocked() {
-  if (!inMemory_) {
+  if (!inMemory_ && !RefreshFromConfiguration()) {
     RefreshFromFile();
   }
   if (!current_) {

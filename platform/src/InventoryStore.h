@@ -59,6 +59,7 @@ class InventoryStore {
   // All private members below expect mutex_ to be held.
   const Snapshot& CurrentLocked();
   void RefreshFromFile();
+  bool RefreshFromConfiguration();  // false when there is no configuration file
   // Puts `inventory` in service; the one in service before is retired.
   void Install(Inventory inventory);
   // Takes the inventory in service out of service, to be freed after the

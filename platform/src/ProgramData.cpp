@@ -1,6 +1,8 @@
-// Where the product keeps its data: PELKA_PROGRAM_DATA, else /var/lib/pelka.
+// Where the product keeps its data: PELKA_PROGRAM_DATA, else "programData" of
+// the configuration file, else /var/lib/pelka.
 #include <cstdlib>
 
+#include "ConfiguredSources.h"
 #include "inventory/Library.h"
 #include "platform/Inventory.h"
 
@@ -18,7 +20,8 @@ const char* Setting(const char* name) {
 
 std::string util::GetProgramDataPath() {
   const char* configured = Setting("PELKA_PROGRAM_DATA");
-  return configured != nullptr ? configured : "/var/lib/pelka";
+  if (configured != nullptr) return configured;
+  return platform::ConfiguredSources::Instance().ProgramData().value_or("/var/lib/pelka");
 }
 
 std::string platform::InventoryFilePath() {

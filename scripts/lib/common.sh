@@ -7,7 +7,8 @@ ZEDA_JOBS="${ZEDA_JOBS:-$(nproc)}"
 # Debian 12 packages the build and the tests need.
 ZEDA_PACKAGES=(g++ clang libclang-rt-14-dev cmake make pkg-config binutils
   libgoogle-glog-dev libboost-dev nlohmann-json3-dev libsimdjson-dev
-  libgtest-dev libgmock-dev googletest libbenchmark-dev)
+  libgtest-dev libgmock-dev googletest libbenchmark-dev
+  smartmontools)
 
 # Every build states every option it relies on: CMake keeps cached values, so
 # a build directory configured by one script must not change what another

@@ -1,0 +1,162 @@
+#include "Config.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <set>
+#include <stdexcept>
+#include <unistd.h>
+
+#include <nlohmann/json.hpp>
+
+namespace zeda::pelka::platform {
+
+namespace {
+
+using nlohmann::json;
+
+// Thrown while walking the document; ParseConfig adds the file name.
+struct Problem {
+  std::string place;
+  std::string text;
+};
+
+[[noreturn]] void Fail(const std::string& place, const std::string& text) {
+  throw Problem{place, text};
+}
+
+const json& Object(const json& value, const std::string& place) {
+  if (!value.is_object()) Fail(place, "expected an object");
+  return value;
+}
+
+std::string Text(const json& value, const std::string& place) {
+  if (!value.is_string()) Fail(place, "expected a string");
+  std::string text = value.get<std::string>();
+  if (text.empty()) Fail(place, "must not be empty");
+  return text;
+}
+
+// A number of seconds within [minimum, one day], possibly fractional.
+double Seconds(const json& value, const std::string& place, double minimum) {
+  if (!value.is_number()) Fail(place, "expected a number of seconds");
+  const double seconds = value.get<double>();
+  if (!std::isfinite(seconds) || seconds < minimum) {
+    Fail(place, minimum > 0 ? "must be greater than 0" : "must not be negative");
+  }
+  if (seconds > 86400) Fail(place, "must be at most 86400 (one day)");
+  return seconds;
+}
+
+void RefuseUnknownMembers(const json& object, const std::string& place,
+                          const std::set<std::string>& known) {
+  for (const auto& member : object.items()) {
+    if (known.count(member.key()) == 0) Fail(place + "." + member.key(), "unknown member");
+  }
+}
+
+FileSourceConfig ParseFileSource(const json& source, const std::string& place) {
+  RefuseUnknownMembers(source, place, {"type", "path"});
+  if (!source.contains("path")) Fail(place, "a file source needs \"path\"");
+  return FileSourceConfig{Text(source.at("path"), place + ".path")};
+}
+
+LinuxSourceConfig ParseLinuxSource(const json& source, const std::string& place) {
+  RefuseUnknownMembers(source, place,
+                       {"type", "nas", "root", "smartctl", "smartTtlSeconds", "smartTimeoutSeconds"});
+  LinuxSourceConfig machine;
+  machine.nas = source.contains("nas") ? Text(source.at("nas"), place + ".nas") : HostName();
+  if (source.contains("root")) machine.root = Text(source.at("root"), place + ".root");
+  if (source.contains("smartctl")) machine.smartctl = Text(source.at("smartctl"), place + ".smartctl");
+  if (source.contains("smartTtlSeconds")) {
+    machine.smartTtl = std::chrono::seconds(static_cast<long long>(
+        std::llround(Seconds(source.at("smartTtlSeconds"), place + ".smartTtlSeconds", 0))));
+  }
+  if (source.contains("smartTimeoutSeconds")) {
+    machine.smartTimeout = std::chrono::milliseconds(static_cast<long long>(std::llround(
+        1000 * Seconds(source.at("smartTimeoutSeconds"), place + ".smartTimeoutSeconds", 0.001))));
+  }
+  return machine;
+}
+
+Config ParseDocument(const json& document) {
+  Object(document, "(document)");
+  RefuseUnknownMembers(document, "(document)", {"programData", "sources"});
+  Config config;
+  if (document.contains("programData")) {
+    config.programData = Text(document.at("programData"), "programData");
+  }
+  if (!document.contains("sources")) Fail("(document)", "\"sources\" is missing");
+  const json& sources = document.at("sources");
+  if (!sources.is_array()) Fail("sources", "expected an array");
+  // Names of the NAS devices of linux sources; file sources name theirs only
+  // when read, and duplicates among those are found then.
+  std::set<std::string> names;
+  for (std::size_t i = 0; i < sources.size(); ++i) {
+    const std::string place = "sources[" + std::to_string(i) + "]";
+    const json& source = Object(sources[i], place);
+    if (!source.contains("type")) Fail(place, "\"type\" is missing (known: file, linux)");
+    const std::string type = Text(source.at("type"), place + ".type");
+    SourceConfig entry;
+    entry.place = place;
+    if (type == "file") {
+      entry.fileSource = ParseFileSource(source, place);
+    } else if (type == "linux") {
+      entry.linuxSource = ParseLinuxSource(source, place);
+      if (!names.insert(entry.linuxSource->nas).second) {
+        Fail(place + ".nas", "duplicate NAS name \"" + entry.linuxSource->nas + "\"");
+      }
+    } else {
+      Fail(place + ".type", "unknown source type \"" + type + "\" (known: file, linux)");
+    }
+    config.sources.push_back(std::move(entry));
+  }
+  return config;
+}
+
+// nlohmann's parse errors read "[json.exception.parse_error.101] parse error
+// at line 1, column 5: ..."; the place and the problem are what follows.
+std::string SyntaxProblem(const std::string& what) {
+  const std::string marker = "parse error at ";
+  const std::string::size_type at = what.find(marker);
+  return at == std::string::npos ? what : what.substr(at + marker.size());
+}
+
+}  // namespace
+
+bool LinuxSourceConfig::operator==(const LinuxSourceConfig& other) const {
+  return nas == other.nas && root == other.root && smartctl == other.smartctl &&
+         smartTtl == other.smartTtl && smartTimeout == other.smartTimeout;
+}
+
+ConfigFileName ConfigFilePath() {
+  const char* named = std::getenv("PELKA_CONFIG");
+  if (named != nullptr && *named != '\0') return ConfigFileName{named, true};
+  // An inventory file named for this process outranks the machine's
+  // configuration: tests and `zeda-cim --inventory` keep serving their file.
+  const char* inventory = std::getenv("PELKA_INVENTORY");
+  if (inventory != nullptr && *inventory != '\0') return ConfigFileName{"", false};
+  return ConfigFileName{"/etc/pelka/pelka.json", false};
+}
+
+Config ParseConfig(const std::string& jsonText, const std::string& fileName) {
+  const std::string prefix = "Bad configuration file " + fileName + ": ";
+  json document;
+  try {
+    document = json::parse(jsonText);
+  } catch (const json::parse_error& error) {
+    throw std::runtime_error(prefix + SyntaxProblem(error.what()));
+  }
+  try {
+    return ParseDocument(document);
+  } catch (const Problem& problem) {
+    throw std::runtime_error(prefix + problem.place + ": " + problem.text);
+  }
+}
+
+std::string HostName() {
+  char name[256] = {};
+  if (::gethostname(name, sizeof name - 1) != 0 || name[0] == '\0') return "localhost";
+  return name;
+}
+
+}  // namespace zeda::pelka::platform
