@@ -7,7 +7,7 @@ ZEDA_JOBS="${ZEDA_JOBS:-$(nproc)}"
 # Debian 12 packages the build and the tests need.
 ZEDA_PACKAGES=(g++ cmake make pkg-config binutils
   libgoogle-glog-dev libboost-dev nlohmann-json3-dev
-  libgtest-dev libgmock-dev googletest libbenchmark-dev)
+  libgtest-dev libgmock-dev googletest libbenchmark-dev dpkg-dev)
 
 # Every build states every option it relies on: CMake keeps cached values, so
 # a build directory configured by one script must not change what another
@@ -15,6 +15,9 @@ ZEDA_PACKAGES=(g++ cmake make pkg-config binutils
 ZEDA_RUN_OPTIONS=(-DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=OFF -DZEDA_BUILD_BENCH=OFF)
 ZEDA_PLAIN_TEST_OPTIONS=(-DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=ON -DZEDA_BUILD_BENCH=ON)
 ZEDA_SANITIZER_TEST_OPTIONS=(-DZEDA_SANITIZE=ON -DZEDA_BUILD_TESTS=ON -DZEDA_BUILD_BENCH=OFF)
+# The Debian package (scripts/package) installs below /usr.
+ZEDA_PACKAGE_OPTIONS=(-DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=OFF -DZEDA_BUILD_BENCH=OFF
+  -DCMAKE_INSTALL_PREFIX=/usr)
 
 zeda_die() { echo "error: $*" >&2; exit 1; }
 
