@@ -112,10 +112,11 @@ class Runner:
     def wbemcli(self, op, target, options):
         done = subprocess.run(["wbemcli", op, "-dx", "-nl"] + options + [f"{self.url}:{target}"],
                               capture_output=True, text=True)
+        # -dx writes the CIM-XML exchanged to stderr.
         if done.returncode == 0:
-            return 0, done.stdout
-        code = re.search(r"\((\d+)\)", done.stderr + done.stdout)
-        return (int(code.group(1)) if code else -1), done.stdout
+            return 0, done.stderr
+        code = re.search(r"wbemcli: Cim: \((\d+)\)", done.stderr + done.stdout)
+        return (int(code.group(1)) if code else -1), done.stderr
 
 
 def endpoints(status_json):
