@@ -14,6 +14,7 @@
 
 #include <cstdlib>
 #include <iostream>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -50,8 +51,29 @@ std::string rcName(int code) {
   }
 }
 
+// An installed zeda-cim finds the installed module at a fixed place relative
+// to its own directory (ZEDA_INSTALLED_MODULE, e.g.
+// "../lib/x86_64-linux-gnu/cmpi/libZEDA_DiskDriveLite.so"), wherever the
+// installation was put; empty when that file is not there (a build tree).
+std::string installedModule() {
+#ifdef ZEDA_INSTALLED_MODULE
+  std::string self(4096, '\0');
+  const ssize_t n = readlink("/proc/self/exe", self.data(), self.size());
+  if (n <= 0 || static_cast<size_t>(n) >= self.size()) return {};
+  self.resize(static_cast<size_t>(n));
+  const std::string candidate = self.substr(0, self.rfind('/') + 1) + ZEDA_INSTALLED_MODULE;
+  struct stat st {};
+  if (stat(candidate.c_str(), &st) != 0 || !S_ISREG(st.st_mode)) return {};
+  const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(candidate.c_str(), nullptr),
+                                                             &std::free);
+  if (resolved) return resolved.get();
+#endif
+  return {};
+}
+
 std::string modulePath(const Options& o) {
   if (o.module) return *o.module;
+  if (std::string installed = installedModule(); !installed.empty()) return installed;
 #ifdef ZEDA_DEFAULT_MODULE
   return ZEDA_DEFAULT_MODULE;
 #else

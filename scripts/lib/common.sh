@@ -8,7 +8,7 @@ ZEDA_JOBS="${ZEDA_JOBS:-$(nproc)}"
 ZEDA_PACKAGES=(g++ clang libclang-rt-14-dev cmake make pkg-config binutils
   libgoogle-glog-dev libboost-dev nlohmann-json3-dev libsimdjson-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev
-  smartmontools)
+  smartmontools dpkg-dev)
 
 # Every build states every option it relies on: CMake keeps cached values, so
 # a build directory configured by one script must not change what another
@@ -17,6 +17,9 @@ ZEDA_RUN_OPTIONS=(-DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=OFF -DZEDA_BUILD_BENCH=
 ZEDA_PLAIN_TEST_OPTIONS=(-DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=ON -DZEDA_BUILD_BENCH=ON)
 ZEDA_SANITIZER_TEST_OPTIONS=(-DZEDA_SANITIZE=ON -DZEDA_BUILD_TESTS=ON -DZEDA_BUILD_BENCH=OFF)
 ZEDA_FUZZ_OPTIONS=(-DZEDA_FUZZ=ON -DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=OFF -DZEDA_BUILD_BENCH=OFF)
+# The Debian package (scripts/package) installs below /usr.
+ZEDA_PACKAGE_OPTIONS=(-DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=OFF -DZEDA_BUILD_BENCH=OFF
+  -DCMAKE_INSTALL_PREFIX=/usr)
 
 zeda_die() { echo "error: $*" >&2; exit 1; }
 

@@ -1,6 +1,10 @@
 // The 17 factories of the real module through the in-process object manager:
 // their function tables, the reuse of their MI records and the one provider
 // object per class behind the instance and association records.
+#include <dlfcn.h>
+
+#include <cstdio>
+#include <memory>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -29,6 +33,36 @@ int UseCount(const void* handle) {
   return provider->getProviderBase()->getUseCount();
 }
 
+// The module carries its own hidden copy of the binding, so its function
+// tables point at the module's copies of the binding's drivers: the address
+// of the function whose demangled name starts with `prefix` in the module's
+// symbol table, relocated by the module's load address (taken from `inModule`,
+// any address inside the loaded module).
+const void* ModuleFunction(const void* inModule, const std::string& prefix) {
+  Dl_info info{};
+  if (dladdr(inModule, &info) == 0) return nullptr;
+  const std::string command = std::string("'") + ZEDA_NM + "' -C --defined-only '" +
+                              ModulePath() + "'";
+  const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
+  if (!pipe) return nullptr;
+  char line[4096];
+  while (std::fgets(line, sizeof line, pipe.get()) != nullptr) {
+    // "<hex offset> t <demangled name>"; clones (".cold" parts) are skipped.
+    const std::string text(line);
+    if (text.size() < 20 || text.find("[clone") != std::string::npos) continue;
+    if (text.compare(19, prefix.size(), prefix) != 0) continue;
+    const unsigned long long offset = std::stoull(text.substr(0, 16), nullptr, 16);
+    return static_cast<const char*>(info.dli_fbase) + offset;
+  }
+  ADD_FAILURE() << "no function " << prefix << "... in the module's symbol table";
+  return nullptr;
+}
+
+template <typename Function>
+const void* Address(Function function) {
+  return reinterpret_cast<const void*>(function);
+}
+
 class EachExport : public ::testing::TestWithParam<Export> {};
 
 TEST_P(EachExport, FactoryAnswersWithItsMIRecord) {
@@ -49,28 +83,28 @@ TEST_P(EachExport, FunctionTableHeaderAndEntryPoints) {
     EXPECT_EQ(ft.ftVersion, 200);
     EXPECT_EQ(ft.miVersion, 200);
     EXPECT_EQ(std::string(ft.miName), e.miName());
-    CMPIStatus (*cleanup)(CMPIInstanceMI*, const CMPIContext*, CMPIBoolean) =
-        &CmpiBaseMI::driveBaseCleanup;
-    EXPECT_EQ(ft.cleanup, cleanup);
-    EXPECT_EQ(ft.enumerateInstanceNames, &CmpiInstanceMI::driveEnumInstanceNames);
-    EXPECT_EQ(ft.enumerateInstances, &CmpiInstanceMI::driveEnumInstances);
-    EXPECT_EQ(ft.getInstance, &CmpiInstanceMI::driveGetInstance);
-    EXPECT_EQ(ft.createInstance, &CmpiInstanceMI::driveCreateInstance);
-    EXPECT_EQ(ft.modifyInstance, &CmpiInstanceMI::driveSetInstance);
-    EXPECT_EQ(ft.deleteInstance, &CmpiInstanceMI::driveDeleteInstance);
-    EXPECT_EQ(ft.execQuery, &CmpiInstanceMI::driveExecQuery);
+    const auto driver = [&ft](const char* name) { return ModuleFunction(&ft, name); };
+    EXPECT_EQ(Address(ft.cleanup), driver("CmpiBaseMI::driveBaseCleanup(_CMPIInstanceMI*"));
+    EXPECT_EQ(Address(ft.enumerateInstanceNames), driver("CmpiInstanceMI::driveEnumInstanceNames("));
+    EXPECT_EQ(Address(ft.enumerateInstances), driver("CmpiInstanceMI::driveEnumInstances("));
+    EXPECT_EQ(Address(ft.getInstance), driver("CmpiInstanceMI::driveGetInstance("));
+    EXPECT_EQ(Address(ft.createInstance), driver("CmpiInstanceMI::driveCreateInstance("));
+    EXPECT_EQ(Address(ft.modifyInstance), driver("CmpiInstanceMI::driveSetInstance("));
+    EXPECT_EQ(Address(ft.deleteInstance), driver("CmpiInstanceMI::driveDeleteInstance("));
+    EXPECT_EQ(Address(ft.execQuery), driver("CmpiInstanceMI::driveExecQuery("));
+    EXPECT_NE(Address(ft.enumerateInstances), nullptr);
   } else {
     const CMPIAssociationMIFT& ft = *created.associationMI()->ft;
     EXPECT_EQ(ft.ftVersion, 200);
     EXPECT_EQ(ft.miVersion, 200);
     EXPECT_EQ(std::string(ft.miName), e.miName());
-    CMPIStatus (*cleanup)(CMPIAssociationMI*, const CMPIContext*, CMPIBoolean) =
-        &CmpiBaseMI::driveBaseCleanup;
-    EXPECT_EQ(ft.cleanup, cleanup);
-    EXPECT_EQ(ft.associators, &CmpiAssociationMI::driveAssociators);
-    EXPECT_EQ(ft.associatorNames, &CmpiAssociationMI::driveAssociatorNames);
-    EXPECT_EQ(ft.references, &CmpiAssociationMI::driveReferences);
-    EXPECT_EQ(ft.referenceNames, &CmpiAssociationMI::driveReferenceNames);
+    const auto driver = [&ft](const char* name) { return ModuleFunction(&ft, name); };
+    EXPECT_EQ(Address(ft.cleanup), driver("CmpiBaseMI::driveBaseCleanup(_CMPIAssociationMI*"));
+    EXPECT_EQ(Address(ft.associators), driver("CmpiAssociationMI::driveAssociators("));
+    EXPECT_EQ(Address(ft.associatorNames), driver("CmpiAssociationMI::driveAssociatorNames("));
+    EXPECT_EQ(Address(ft.references), driver("CmpiAssociationMI::driveReferences("));
+    EXPECT_EQ(Address(ft.referenceNames), driver("CmpiAssociationMI::driveReferenceNames("));
+    EXPECT_NE(Address(ft.associators), nullptr);
   }
 }
 

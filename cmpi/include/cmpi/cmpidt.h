@@ -365,6 +365,17 @@ typedef struct _CMPIStatus {
 #define CMPI_MB_Supports_MemEnhancements 0x00004000
 #define CMPI_MB_Supports_Extended_Error 0x00008000
 
+/* Feature flags of the first CMPI 2.0 headers. Some overlap the masks above
+ * (PropertyMI has the bit of OSEncapsulationSupport, QueryNormalization the
+ * bit of a different feature than CMPI_MB_QueryNormalization): test them only
+ * against brokers that document them. */
+#define CMPI_MB_Supports_PropertyMI 0x00000100
+#define CMPI_MB_Supports_IndicationMI 0x00000200
+#define CMPI_MB_Supports_IndicationPolling 0x00000400
+#define CMPI_MB_Supports_QueryNormalization 0x00000800
+#define CMPI_MB_Supports_Qualifier 0x00001000
+#define CMPI_MB_Supports_Schema 0x00003000
+
 #ifndef CMPI_NO_SYNONYM_SUPPORT
 #  define CMPI_MB_Class_0 CMPI_MB_BasicRead
 #  define CMPI_MB_Class_1 CMPI_MB_BasicWrite

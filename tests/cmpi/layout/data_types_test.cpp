@@ -215,6 +215,15 @@ TEST(CmpiDataTypes, BrokerCapabilityMasks) {
   EXPECT_EQ(CMPI_MB_Supports_Extended_Error, 0x8000);
 }
 
+TEST(CmpiDataTypes, FeatureSupportFlags) {
+  EXPECT_EQ(CMPI_MB_Supports_PropertyMI, 0x100);
+  EXPECT_EQ(CMPI_MB_Supports_IndicationMI, 0x200);
+  EXPECT_EQ(CMPI_MB_Supports_IndicationPolling, 0x400);
+  EXPECT_EQ(CMPI_MB_Supports_QueryNormalization, 0x800);
+  EXPECT_EQ(CMPI_MB_Supports_Qualifier, 0x1000);
+  EXPECT_EQ(CMPI_MB_Supports_Schema, 0x3000);
+}
+
 TEST(CmpiDataTypes, PredicateOperatorsSeverityAndLevels) {
   EXPECT_EQ(CMPI_PredOp_Equals, 1);
   EXPECT_EQ(CMPI_PredOp_NotEquals, 2);
