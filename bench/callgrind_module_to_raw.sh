@@ -18,8 +18,8 @@ valgrind --tool=callgrind --callgrind-out-file="$work/out" \
   "$bench" --benchmark_filter='^BM_DiskDriveModuleToRaw' >"$work/log" 2>&1
 
 total=$(sed -n 's/.*Collected : *\([0-9]*\).*/\1/p' "$work/log")
-module=$(callgrind_annotate --inclusive=yes "$work/out" |
-  awk '/CmpiInstanceMI::driveEnumInstances\(/ { gsub(",", "", $1); if ($1 > max) max = $1 }
+module=$(callgrind_annotate --inclusive=yes --auto=no "$work/out" 2>/dev/null |
+  awk '/CmpiInstanceMI::driveEnumInstances\(/ { gsub(",", "", $1); if ($1 + 0 > max) max = $1 + 0 }
        END { print max + 0 }')
 if [ -z "$total" ] || [ "$module" -eq 0 ]; then
   echo "callgrind found no enumeration; log in $work/log" >&2
