@@ -130,9 +130,12 @@ static CMPIStatus rawDriveEnumInstances(CMPIInstanceMI* mi, const CMPIContext* c
   size_t n;
   CMPIString* nameSpaceString = cop->ft->getNameSpace(cop, &rc);
   if (rc.rc != CMPI_RC_OK) return rc;
-  nameSpace = nameSpaceString->ft->getCharPtr(nameSpaceString, &rc);
-  if (rc.rc != CMPI_RC_OK) return rc;
-  if (nameSpace == NULL) nameSpace = "";
+  nameSpace = NULL;
+  if (nameSpaceString != NULL) {
+    nameSpace = nameSpaceString->ft->getCharPtr(nameSpaceString, &rc);
+    if (rc.rc != CMPI_RC_OK) return rc;
+  }
+  if (nameSpace == NULL) nameSpace = ""; /* as the module: no namespace is "" */
   (void)mi;
   (void)ctx;
   (void)properties;
