@@ -4,55 +4,28 @@
 // NAS once per iteration (one walk or one lookup per NAS) and reports the
 // disks of the inventory as items, so items_per_second compares per-disk
 // costs across sizes: 1,000 disks in NAS devices of 500 against 100,000 in
-// one NAS shows whether the walks stay linear in the disks of a NAS.
-//
-// Inventory: identifiers of one width ("d000042"), so none is a substring of
-// another; RAID groups of 10 consecutive disks. Every 50th disk is free,
-// every 20th an SSD, every 10th a spare by flag (listed as spare by its
-// group), every 10th more an unflagged disk its group lists as spare; the
-// rest are the group's data disks.
+// one NAS shows whether the walks stay linear in the disks of a NAS. The
+// inventory is the one of BenchInventory.h.
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <memory>
+#include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <string>
-#include <unistd.h>
-#include <vector>
 
 #include "BenchHost.h"
-#include "platform/Inventory.h"
+#include "BenchInventory.h"
 #include "zeda/host/all.hpp"
 
 namespace {
 
 namespace host = zeda::host;
-namespace platform = zeda::pelka::platform;
 
-constexpr int kGroupSize = 10;
-
-std::string DiskId(int d) {
-  char id[16];
-  std::snprintf(id, sizeof id, "d%06d", d);
-  return id;
-}
-
-struct Role {
-  bool isFree;
-  bool isSsd;
-  bool isSpare;
-  bool listedAsSpare;
-  bool listedAsData;
-};
-
-Role RoleOf(int d) {
-  Role role{d % 50 == 5, d % 20 == 7, d % 10 == 3, false, false};
-  role.listedAsSpare = role.isSpare || d % 10 == 9;
-  role.listedAsData = !role.isFree && !role.listedAsSpare;
-  return role;
-}
+using zeda::bench::DiskId;
+using zeda::bench::ModuleHost;
+using zeda::bench::Role;
+using zeda::bench::RoleOf;
+using zeda::bench::Size;
 
 // Extents the walk from `pool` answers for disk d (each identifier is listed
 // at most once, and in one list only).
@@ -72,56 +45,12 @@ std::size_t Answers(int d, int pool) {
   }
 }
 
-platform::Inventory MakeInventory(int disks, int perNas) {
-  platform::Inventory inventory;
-  for (int first = 0; first < disks; first += perNas) {
-    platform::NasRecord nas;
-    nas.name = "nas" + std::to_string(first / perNas);
-    const int end = std::min(disks, first + perNas);
-    for (int d = first; d < end; ++d) {
-      if ((d - first) % kGroupSize == 0) {
-        nas.groups.emplace_back();
-      }
-      const Role role = RoleOf(d);
-      platform::DiskRecord record;
-      record.disk.id = DiskId(d);
-      record.disk.status = zeda::orvi::Ok;
-      record.disk.isFree = role.isFree;
-      record.disk.isSpare = role.isSpare;
-      record.disk.isSsd = role.isSsd;
-      record.disk.interfaceType = "SAS";
-      record.disk.capacity = 4000787030016ULL;
-      record.disk.rpm = 7200;
-      record.disk.firmwareVersion = "F1";
-      record.identity = {"ACME X1", "X1", "S" + record.disk.id};
-      if (role.listedAsSpare) nas.groups.back().spareDisks.push_back(record.disk.id);
-      if (role.listedAsData) nas.groups.back().dataDisks.push_back(record.disk.id);
-      nas.disks.push_back(record);
-    }
-    inventory.nas.push_back(std::move(nas));
-  }
-  return inventory;
-}
-
-using zeda::bench::ModuleHost;
-
-struct Size {
-  int disks;
-  int perNas;
-  int nasCount() const { return (disks + perNas - 1) / perNas; }
-  std::string nas(int n) const { return "ZEDA:nas" + std::to_string(n); }
-};
-
-Size SizeOf(const benchmark::State& state) {
-  return {static_cast<int>(state.range(0)), static_cast<int>(state.range(1))};
-}
-
 // Runs `visit(host, nas index)` for every NAS per iteration; `visit` returns
 // false when the module's answer is not the expected one.
 template <class Visit>
 void Run(benchmark::State& state, Visit visit) {
-  const Size size = SizeOf(state);
-  platform::UseInMemoryInventory(MakeInventory(size.disks, size.perNas));
+  const Size size = zeda::bench::SizeOf(state);
+  const zeda::bench::ServedInventory served(zeda::bench::MakeInventory(size.disks, size.perNas));
   host::Host& h = ModuleHost();
   for (auto _ : state) {
     for (int n = 0; n < size.nasCount(); ++n) {
@@ -132,7 +61,6 @@ void Run(benchmark::State& state, Visit visit) {
     }
   }
   state.SetItemsProcessed(state.iterations() * size.disks);
-  platform::UseFileInventory();
 }
 
 // Associators from pool `pool` of every NAS, through `assocClass`.
@@ -176,26 +104,18 @@ void BM_ConcreteComponentFromExtent(benchmark::State& state) {
   });
 }
 
-// Arguments: {disks in all, disks per NAS}.
-void Sizes(benchmark::internal::Benchmark* b) {
-  b->ArgNames({"disks", "perNas"})
-      ->Args({1000, 500})
-      ->Args({10000, 10000})
-      ->Args({100000, 100000});
-}
-
-// Arguments: {disks in all, disks per NAS, pool number}.
+// Arguments: {disks in all, disks per NAS, pool number}, pools 1 to 4 at
+// each of the three sizes.
 void SizesAndPools(benchmark::internal::Benchmark* b) {
   b->ArgNames({"disks", "perNas", "pool"});
   for (const int pool : {1, 2, 3, 4}) {
     b->Args({1000, 500, pool})->Args({10000, 10000, pool})->Args({100000, 100000, pool});
   }
+  b->MinTime(zeda::bench::kMinSeconds)->Unit(benchmark::kMillisecond);
 }
 
-BENCHMARK(BM_ConcreteComponentFromPool)->Apply(SizesAndPools)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_AssociatedComponentExtentFromPool)
-    ->Apply(SizesAndPools)
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_ConcreteComponentFromExtent)->Apply(Sizes)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ConcreteComponentFromPool)->Apply(SizesAndPools);
+BENCHMARK(BM_AssociatedComponentExtentFromPool)->Apply(SizesAndPools);
+BENCHMARK(BM_ConcreteComponentFromExtent)->Apply(zeda::bench::ThreeSizes);
 
 }  // namespace
