@@ -4,11 +4,11 @@
 #ifndef ZEDA_BENCH_BENCHHOST_H
 #define ZEDA_BENCH_BENCHHOST_H
 
+#include <unistd.h>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <unistd.h>
 
 #include "zeda/host/all.hpp"
 

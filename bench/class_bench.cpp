@@ -33,8 +33,7 @@ std::size_t EnumeratedInAPool(int disk) {
 // Enumerates `className` (provider "<className>Provider") once per
 // iteration and checks the number of instances against `perDisk` summed
 // over the disks.
-void Enumerate(benchmark::State& state, const char* className,
-               std::size_t (*perDisk)(int disk)) {
+void Enumerate(benchmark::State& state, const char* className, std::size_t (*perDisk)(int disk)) {
   const Size size = zeda::bench::SizeOf(state);
   std::size_t expected = 0;
   for (int d = 0; d < size.disks; ++d) expected += perDisk(d);
@@ -52,9 +51,7 @@ void Enumerate(benchmark::State& state, const char* className,
   state.SetItemsProcessed(state.iterations() * size.disks);
 }
 
-void BM_EnumDiskDrive(benchmark::State& state) {
-  Enumerate(state, "ZEDA_DiskDrive", EveryDisk);
-}
+void BM_EnumDiskDrive(benchmark::State& state) { Enumerate(state, "ZEDA_DiskDrive", EveryDisk); }
 void BM_EnumStorageExtent(benchmark::State& state) {
   Enumerate(state, "ZEDA_StorageExtent_Disk", EveryDisk);
 }
@@ -73,9 +70,7 @@ void BM_EnumSystemDeviceExtent(benchmark::State& state) {
 void BM_EnumMediaPresent(benchmark::State& state) {
   Enumerate(state, "ZEDA_MediaPresent", EveryDisk);
 }
-void BM_EnumRealizes(benchmark::State& state) {
-  Enumerate(state, "ZEDA_Realizes_Disk", EveryDisk);
-}
+void BM_EnumRealizes(benchmark::State& state) { Enumerate(state, "ZEDA_Realizes_Disk", EveryDisk); }
 void BM_EnumElementSoftwareIdentity(benchmark::State& state) {
   Enumerate(state, "ZEDA_ElementSoftwareIdentity_Disk", EveryDisk);
 }

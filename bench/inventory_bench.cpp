@@ -4,6 +4,7 @@
 // service), reported per disk.
 #include <benchmark/benchmark.h>
 
+#include <unistd.h>
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
@@ -12,7 +13,6 @@
 #include <fstream>
 #include <optional>
 #include <string>
-#include <unistd.h>
 
 #include "inventory/Library.h"
 #include "platform/Inventory.h"

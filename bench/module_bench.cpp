@@ -6,11 +6,11 @@
 // enumeration shows the price of the second health query.
 #include <benchmark/benchmark.h>
 
+#include <unistd.h>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <unistd.h>
 
 #include "BenchHost.h"
 #include "platform/Inventory.h"
@@ -71,10 +71,10 @@ void Run(benchmark::State& state, std::size_t expected, Operation operation) {
   platform::UseFileInventory();
 }
 
-
 void BM_EnumerateDiskDrives(benchmark::State& state) {
   Run(state, 0, [](host::Host& h) {
-    return h.enumerateInstances("ZEDA_DiskDriveProvider", host::ObjectPath("root/cimv2", "ZEDA_DiskDrive"));
+    return h.enumerateInstances("ZEDA_DiskDriveProvider",
+                                host::ObjectPath("root/cimv2", "ZEDA_DiskDrive"));
   });
 }
 
@@ -100,7 +100,8 @@ void BM_GetLastStorageExtent(benchmark::State& state) {
   const std::string id = std::to_string(last / 100) + ":" + std::to_string(last % 100 + last);
   host::ObjectPath path("root/cimv2", "ZEDA_StorageExtent_Disk");
   path.addKey("SystemName", nas).addKey("DeviceID", nas + ":DiskExtent" + id);
-  Run(state, 1, [&](host::Host& h) { return h.getInstance("ZEDA_StorageExtent_DiskProvider", path); });
+  Run(state, 1,
+      [&](host::Host& h) { return h.getInstance("ZEDA_StorageExtent_DiskProvider", path); });
 }
 
 // Associators from the spare pool of one NAS: a health query per disk of it.
@@ -115,8 +116,8 @@ void BM_SparePoolExtents(benchmark::State& state) {
   pool.addKey("InstanceID", "ZEDA:nas0:PrimordialPool3");
   Run(state, static_cast<std::size_t>(inPool), [&](host::Host& h) {
     return h.associators("ZEDA_ConcreteComponent_PrimordialProvider", pool,
-                         std::string("ZEDA_ConcreteComponent_Primordial"), std::nullopt, std::nullopt,
-                         std::nullopt);
+                         std::string("ZEDA_ConcreteComponent_Primordial"), std::nullopt,
+                         std::nullopt, std::nullopt);
   });
 }
 

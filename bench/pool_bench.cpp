@@ -73,9 +73,9 @@ void PoolWalk(benchmark::State& state, const char* assocClass) {
     }
     host::ObjectPath path("root/cimv2", "ZEDA_StoragePool_Primordial");
     path.addKey("InstanceID", size.nas(n) + ":PrimordialPool" + std::to_string(pool));
-    const host::Outcome outcome = h.associators(std::string(assocClass) + "Provider", path,
-                                                std::string(assocClass), std::nullopt,
-                                                std::nullopt, std::nullopt);
+    const host::Outcome outcome =
+        h.associators(std::string(assocClass) + "Provider", path, std::string(assocClass),
+                      std::nullopt, std::nullopt, std::nullopt);
     return outcome.ok() && outcome.results.size() == expected;
   });
 }
@@ -95,11 +95,11 @@ void BM_ConcreteComponentFromExtent(benchmark::State& state) {
     int last = std::min(size.disks, (n + 1) * size.perNas) - 1;
     while (!RoleOf(last).listedAsData) --last;
     host::ObjectPath path("root/cimv2", "ZEDA_StorageExtent_Disk");
-    path.addKey("SystemName", size.nas(n)).addKey("DeviceID", size.nas(n) + ":DiskExtent" + DiskId(last));
-    const host::Outcome outcome =
-        h.associators("ZEDA_ConcreteComponent_PrimordialProvider", path,
-                      std::string("ZEDA_ConcreteComponent_Primordial"), std::nullopt,
-                      std::nullopt, std::nullopt);
+    path.addKey("SystemName", size.nas(n))
+        .addKey("DeviceID", size.nas(n) + ":DiskExtent" + DiskId(last));
+    const host::Outcome outcome = h.associators("ZEDA_ConcreteComponent_PrimordialProvider", path,
+                                                std::string("ZEDA_ConcreteComponent_Primordial"),
+                                                std::nullopt, std::nullopt, std::nullopt);
     return outcome.ok() && outcome.results.size() == 1;
   });
 }

@@ -84,10 +84,7 @@ void BM_RulePoolOfLastDisk(benchmark::State& state) {
 }
 
 void Sizes(benchmark::internal::Benchmark* b) {
-  b->ArgNames({"disks", "perNas"})
-      ->Args({1000, 500})
-      ->Args({10000, 10000})
-      ->Args({100000, 100000});
+  b->ArgNames({"disks", "perNas"})->Args({1000, 500})->Args({10000, 10000})->Args({100000, 100000});
 }
 
 BENCHMARK(BM_RuleMembershipData)->Apply(Sizes)->Unit(benchmark::kMillisecond);

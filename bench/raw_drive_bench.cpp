@@ -91,8 +91,7 @@ host::Outcome Enumerate(host::Host& h, const char* provider) {
 }
 
 bool Answered(const host::Outcome& outcome, int disks) {
-  return outcome.ok() && outcome.done &&
-         outcome.results.size() == static_cast<std::size_t>(disks);
+  return outcome.ok() && outcome.done && outcome.results.size() == static_cast<std::size_t>(disks);
 }
 
 // The raw provider alone, at the three sizes: its cost per disk is the
@@ -133,8 +132,8 @@ void BM_DiskDriveModuleToRaw(benchmark::State& state) {
   {
     const host::Outcome ofModule = Enumerate(module, kModuleProvider);
     const host::Outcome ofRaw = Enumerate(raw, kRawProvider);
-    bool same = inventory.handedOver() && Answered(ofModule, size.disks) &&
-                Answered(ofRaw, size.disks);
+    bool same =
+        inventory.handedOver() && Answered(ofModule, size.disks) && Answered(ofRaw, size.disks);
     for (std::size_t i = 0; same && i < ofModule.results.size(); ++i) {
       same = ofModule.results[i].instance() == ofRaw.results[i].instance();
     }

@@ -72,21 +72,19 @@ static CMPIStatus setUint16Array(CMPIInstance* inst, const char* name, CMPIUint1
   return inst->ft->setProperty(inst, name, &value, (CMPIType)(CMPI_ARRAY | elementType));
 }
 
-#define RETURN_ON_ERROR(call)                   \
-  do {                                          \
-    const CMPIStatus status_ = (call);          \
+#define RETURN_ON_ERROR(call)                     \
+  do {                                            \
+    const CMPIStatus status_ = (call);            \
     if (status_.rc != CMPI_RC_OK) return status_; \
   } while (0)
 
 /* The twelve drive properties of one disk on a new instance, returned. */
-static CMPIStatus returnDrive(const CMPIResult* rslt, const char* nameSpace,
-                              const char* systemName, const char* deviceId,
-                              const struct ZedaRawDisk* disk) {
+static CMPIStatus returnDrive(const CMPIResult* rslt, const char* nameSpace, const char* systemName,
+                              const char* deviceId, const struct ZedaRawDisk* disk) {
   CMPIStatus rc = {CMPI_RC_OK, NULL};
   CMPIValue rpm;
   CMPIInstance* inst;
-  CMPIObjectPath* path =
-      rawBroker->eft->newObjectPath(rawBroker, nameSpace, "ZEDA_DiskDrive", &rc);
+  CMPIObjectPath* path = rawBroker->eft->newObjectPath(rawBroker, nameSpace, "ZEDA_DiskDrive", &rc);
   if (rc.rc != CMPI_RC_OK) return rc;
   inst = rawBroker->eft->newInstance(rawBroker, path, &rc);
   if (rc.rc != CMPI_RC_OK) return rc;
@@ -109,8 +107,8 @@ static CMPIStatus returnDrive(const CMPIResult* rslt, const char* nameSpace,
 /* DeviceID "<system name>:DISK<disk identifier>" into `buffer` of `size`
  * bytes, or into memory of its own when it does not fit (the caller frees
  * what differs from `buffer`); NULL when out of memory. */
-static char* deviceIdOf(const char* systemName, size_t systemLength, const char* id,
-                        char* buffer, size_t size) {
+static char* deviceIdOf(const char* systemName, size_t systemLength, const char* id, char* buffer,
+                        size_t size) {
   static const char infix[] = ":DISK";
   const size_t idLength = strlen(id);
   const size_t length = systemLength + (sizeof infix - 1) + idLength;
@@ -123,8 +121,8 @@ static char* deviceIdOf(const char* systemName, size_t systemLength, const char*
 }
 
 static CMPIStatus rawDriveEnumInstances(CMPIInstanceMI* mi, const CMPIContext* ctx,
-                                const CMPIResult* rslt, const CMPIObjectPath* cop,
-                                const char** properties) {
+                                        const CMPIResult* rslt, const CMPIObjectPath* cop,
+                                        const char** properties) {
   CMPIStatus rc = {CMPI_RC_OK, NULL};
   const char* nameSpace;
   size_t n;
@@ -145,8 +143,8 @@ static CMPIStatus rawDriveEnumInstances(CMPIInstanceMI* mi, const CMPIContext* c
     size_t d;
     for (d = 0; d < nas->diskCount; ++d) {
       char buffer[256];
-      char* deviceId = deviceIdOf(nas->systemName, systemLength, nas->disks[d].id, buffer,
-                                  sizeof buffer);
+      char* deviceId =
+          deviceIdOf(nas->systemName, systemLength, nas->disks[d].id, buffer, sizeof buffer);
       if (deviceId == NULL) return statusOf(CMPI_RC_ERR_FAILED);
       rc = returnDrive(rslt, nameSpace, nas->systemName, deviceId, &nas->disks[d]);
       if (deviceId != buffer) free(deviceId);
@@ -182,9 +180,8 @@ static CMPIStatus getInstance(CMPIInstanceMI* mi, const CMPIContext* ctx, const 
   return statusOf(CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
-static CMPIStatus createInstance(CMPIInstanceMI* mi, const CMPIContext* ctx,
-                                 const CMPIResult* rslt, const CMPIObjectPath* op,
-                                 const CMPIInstance* inst) {
+static CMPIStatus createInstance(CMPIInstanceMI* mi, const CMPIContext* ctx, const CMPIResult* rslt,
+                                 const CMPIObjectPath* op, const CMPIInstance* inst) {
   (void)mi;
   (void)ctx;
   (void)rslt;
@@ -193,9 +190,9 @@ static CMPIStatus createInstance(CMPIInstanceMI* mi, const CMPIContext* ctx,
   return statusOf(CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
-static CMPIStatus modifyInstance(CMPIInstanceMI* mi, const CMPIContext* ctx,
-                                 const CMPIResult* rslt, const CMPIObjectPath* op,
-                                 const CMPIInstance* inst, const char** properties) {
+static CMPIStatus modifyInstance(CMPIInstanceMI* mi, const CMPIContext* ctx, const CMPIResult* rslt,
+                                 const CMPIObjectPath* op, const CMPIInstance* inst,
+                                 const char** properties) {
   (void)mi;
   (void)ctx;
   (void)rslt;
@@ -205,8 +202,8 @@ static CMPIStatus modifyInstance(CMPIInstanceMI* mi, const CMPIContext* ctx,
   return statusOf(CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
-static CMPIStatus deleteInstance(CMPIInstanceMI* mi, const CMPIContext* ctx,
-                                 const CMPIResult* rslt, const CMPIObjectPath* op) {
+static CMPIStatus deleteInstance(CMPIInstanceMI* mi, const CMPIContext* ctx, const CMPIResult* rslt,
+                                 const CMPIObjectPath* op) {
   (void)mi;
   (void)ctx;
   (void)rslt;
@@ -225,10 +222,17 @@ static CMPIStatus execQuery(CMPIInstanceMI* mi, const CMPIContext* ctx, const CM
   return statusOf(CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
-static CMPIInstanceMIFT rawDriveMIFT = {
-    CMPICurrentVersion, CMPICurrentVersion, "instanceZEDA_RawDiskDriveProvider",
-    cleanup, enumInstanceNames, rawDriveEnumInstances, getInstance, createInstance,
-    modifyInstance, deleteInstance, execQuery};
+static CMPIInstanceMIFT rawDriveMIFT = {CMPICurrentVersion,
+                                        CMPICurrentVersion,
+                                        "instanceZEDA_RawDiskDriveProvider",
+                                        cleanup,
+                                        enumInstanceNames,
+                                        rawDriveEnumInstances,
+                                        getInstance,
+                                        createInstance,
+                                        modifyInstance,
+                                        deleteInstance,
+                                        execQuery};
 
 CMPIInstanceMI* ZEDA_RawDiskDriveProvider_Create_InstanceMI(const CMPIBroker* broker,
                                                             const CMPIContext* ctx,

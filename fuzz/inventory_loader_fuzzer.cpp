@@ -28,8 +28,10 @@ bool AnyNul(const zeda::pelka::platform::Inventory& inventory) {
       }
     }
     for (const auto& group : nas.groups) {
-      for (const auto& id : group.dataDisks) if (HasNul(id)) return true;
-      for (const auto& id : group.spareDisks) if (HasNul(id)) return true;
+      for (const auto& id : group.dataDisks)
+        if (HasNul(id)) return true;
+      for (const auto& id : group.spareDisks)
+        if (HasNul(id)) return true;
     }
   }
   return false;

@@ -41,7 +41,7 @@ constexpr std::array<const char*, 13> kClasses = {
 constexpr std::size_t kServedClasses = 11;
 
 constexpr std::array<const char*, 8> kKeyNames = {
-    "SystemName", "DeviceID", "InstanceID", "CreationClassName", "SystemCreationClassName",
+    "SystemName", "DeviceID", "InstanceID",       "CreationClassName", "SystemCreationClassName",
     "Tag",        "Name",     "CreationClassName"};
 
 constexpr std::array<const char*, 12> kKeyValues = {
@@ -82,18 +82,25 @@ std::string PickOrFuzz(FuzzedDataProvider& in, const char* const* names, std::si
 
 host::OptString OptionalName(FuzzedDataProvider& in) {
   switch (in.ConsumeIntegralInRange(0, 2)) {
-    case 0: return std::nullopt;
-    case 1: return PickOrFuzz(in, kClasses.data(), kClasses.size());
-    default: return in.ConsumeRandomLengthString(32);
+    case 0:
+      return std::nullopt;
+    case 1:
+      return PickOrFuzz(in, kClasses.data(), kClasses.size());
+    default:
+      return in.ConsumeRandomLengthString(32);
   }
 }
 
 host::Value KeyValue(FuzzedDataProvider& in) {
   switch (in.ConsumeIntegralInRange(0, 3)) {
-    case 0: return host::Value::string(PickOrFuzz(in, kKeyValues.data(), kKeyValues.size()));
-    case 1: return host::Value::uint16(in.ConsumeIntegral<std::uint16_t>());
-    case 2: return host::Value::boolean(in.ConsumeBool());
-    default: return host::Value::string(in.ConsumeRandomLengthString(96));
+    case 0:
+      return host::Value::string(PickOrFuzz(in, kKeyValues.data(), kKeyValues.size()));
+    case 1:
+      return host::Value::uint16(in.ConsumeIntegral<std::uint16_t>());
+    case 2:
+      return host::Value::boolean(in.ConsumeBool());
+    default:
+      return host::Value::string(in.ConsumeRandomLengthString(96));
   }
 }
 
@@ -136,9 +143,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const host::ObjectPath path = Path(in);
   try {
     switch (operation) {
-      case 0: module.enumerateInstances(provider, path, Properties(in)); break;
-      case 1: module.enumerateInstanceNames(provider, path); break;
-      case 2: module.getInstance(provider, path, Properties(in)); break;
+      case 0:
+        module.enumerateInstances(provider, path, Properties(in));
+        break;
+      case 1:
+        module.enumerateInstanceNames(provider, path);
+        break;
+      case 2:
+        module.getInstance(provider, path, Properties(in));
+        break;
       case 3: {
         const host::OptString assocClass = OptionalName(in);
         const host::OptString resultClass = OptionalName(in);
@@ -151,8 +164,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       case 4: {
         const host::OptString assocClass = OptionalName(in);
         const host::OptString resultClass = OptionalName(in);
-        module.associatorNames(provider, path, assocClass, resultClass, std::nullopt,
-                               std::nullopt);
+        module.associatorNames(provider, path, assocClass, resultClass, std::nullopt, std::nullopt);
         break;
       }
       case 5: {

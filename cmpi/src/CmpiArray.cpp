@@ -9,8 +9,8 @@ using cmpi_detail::table;
 
 CmpiArray::CmpiArray(CMPICount size, CMPIType elementType) {
   const CMPIBroker* broker = cmpi_detail::requireCurrentBroker("a CmpiArray");
-  enc_ = callRc(cmpi_detail::factories(broker)->newArray, "CMPIBrokerEncFT.newArray", broker,
-                size, elementType);
+  enc_ = callRc(cmpi_detail::factories(broker)->newArray, "CMPIBrokerEncFT.newArray", broker, size,
+                elementType);
 }
 
 CMPICount CmpiArray::size() const {

@@ -53,9 +53,8 @@ CMPIStatus CmpiAssociationMI::driveAssociators(CMPIAssociationMI* mi, const CMPI
 CMPIStatus CmpiAssociationMI::driveAssociatorNames(CMPIAssociationMI* mi, const CMPIContext* ctx,
                                                    const CMPIResult* rslt,
                                                    const CMPIObjectPath* cop,
-                                                   const char* assocClass,
-                                                   const char* resultClass, const char* role,
-                                                   const char* resultRole) {
+                                                   const char* assocClass, const char* resultClass,
+                                                   const char* role, const char* resultRole) {
   return drive<CmpiAssociationMI>(mi, kInterface, [&](CmpiAssociationMI& provider) {
     CmpiResult result(rslt);
     return provider.associatorNames(CmpiContext(ctx), result, CmpiObjectPath(cop), assocClass,
@@ -75,8 +74,7 @@ CMPIStatus CmpiAssociationMI::driveReferences(CMPIAssociationMI* mi, const CMPIC
 }
 
 CMPIStatus CmpiAssociationMI::driveReferenceNames(CMPIAssociationMI* mi, const CMPIContext* ctx,
-                                                  const CMPIResult* rslt,
-                                                  const CMPIObjectPath* cop,
+                                                  const CMPIResult* rslt, const CMPIObjectPath* cop,
                                                   const char* resultClass, const char* role) {
   return drive<CmpiAssociationMI>(mi, kInterface, [&](CmpiAssociationMI& provider) {
     CmpiResult result(rslt);

@@ -60,8 +60,8 @@ CmpiEnumeration CmpiBroker::enumInstanceNames(const CmpiContext& ctx,
 CmpiEnumeration CmpiBroker::enumInstances(const CmpiContext& ctx, const CmpiObjectPath& cop,
                                           const char** properties) const {
   return CmpiEnumeration(callRc(upcalls(enc_)->enumerateInstances,
-                                "CMPIBrokerFT.enumerateInstances", enc_, ctx.getEnc(),
-                                cop.getEnc(), properties));
+                                "CMPIBrokerFT.enumerateInstances", enc_, ctx.getEnc(), cop.getEnc(),
+                                properties));
 }
 
 CmpiInstance CmpiBroker::getInstance(const CmpiContext& ctx, const CmpiObjectPath& cop,
@@ -119,8 +119,8 @@ CmpiEnumeration CmpiBroker::references(const CmpiContext& ctx, const CmpiObjectP
 
 CmpiEnumeration CmpiBroker::referenceNames(const CmpiContext& ctx, const CmpiObjectPath& cop,
                                            const char* resultClass, const char* role) const {
-  return CmpiEnumeration(callRc(upcalls(enc_)->referenceNames, "CMPIBrokerFT.referenceNames",
-                                enc_, ctx.getEnc(), cop.getEnc(), resultClass, role));
+  return CmpiEnumeration(callRc(upcalls(enc_)->referenceNames, "CMPIBrokerFT.referenceNames", enc_,
+                                ctx.getEnc(), cop.getEnc(), resultClass, role));
 }
 
 CmpiData CmpiBroker::invokeMethod(const CmpiContext& ctx, const CmpiObjectPath& cop,
@@ -137,20 +137,19 @@ void CmpiBroker::setProperty(const CmpiContext& ctx, const CmpiObjectPath& cop, 
 
 CmpiData CmpiBroker::getProperty(const CmpiContext& ctx, const CmpiObjectPath& cop,
                                  const char* name) const {
-  return CmpiData(callRc(upcalls(enc_)->getProperty, "CMPIBrokerFT.getProperty", enc_,
-                         ctx.getEnc(), cop.getEnc(), name));
+  return CmpiData(callRc(upcalls(enc_)->getProperty, "CMPIBrokerFT.getProperty", enc_, ctx.getEnc(),
+                         cop.getEnc(), name));
 }
 
 void CmpiBroker::deliverIndication(const CmpiContext& ctx, const char* nameSpace,
                                    const CmpiInstance& indication) const {
-  callStatus(upcalls(enc_)->deliverIndication, "CMPIBrokerFT.deliverIndication", enc_,
-             ctx.getEnc(), nameSpace, indication.getEnc());
+  callStatus(upcalls(enc_)->deliverIndication, "CMPIBrokerFT.deliverIndication", enc_, ctx.getEnc(),
+             nameSpace, indication.getEnc());
 }
 
 CmpiContext CmpiBroker::prepareAttachThread(const CmpiContext& ctx) const {
-  const CMPIContext* prepared = cmpi_detail::entry(upcalls(enc_)->prepareAttachThread,
-                                                   "CMPIBrokerFT.prepareAttachThread")(
-      enc_, ctx.getEnc());
+  const CMPIContext* prepared = cmpi_detail::entry(
+      upcalls(enc_)->prepareAttachThread, "CMPIBrokerFT.prepareAttachThread")(enc_, ctx.getEnc());
   if (prepared == nullptr) {
     throw CmpiStatus(CMPI_RC_ERR_FAILED, "the object manager prepared no context for a thread");
   }

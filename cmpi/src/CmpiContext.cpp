@@ -17,9 +17,9 @@ CmpiData CmpiContext::getEntry(const char* name) const {
 
 CmpiData CmpiContext::getEntry(unsigned int index, CmpiString* name) const {
   CMPIString* entryName = nullptr;
-  const CMPIData data = callRc(table(enc_, kType)->getEntryAt, "CMPIContextFT.getEntryAt", enc_,
-                               static_cast<CMPICount>(index),
-                               name != nullptr ? &entryName : nullptr);
+  const CMPIData data =
+      callRc(table(enc_, kType)->getEntryAt, "CMPIContextFT.getEntryAt", enc_,
+             static_cast<CMPICount>(index), name != nullptr ? &entryName : nullptr);
   if (name != nullptr) {
     *name = CmpiString(entryName);
   }

@@ -17,31 +17,80 @@ std::string typeName(CMPIType type) {
   const CMPIType simple = static_cast<CMPIType>(type & ~CMPI_ARRAY);
   const char* name = nullptr;
   switch (simple) {
-    case CMPI_null: name = "null"; break;
-    case CMPI_boolean: name = "boolean"; break;
-    case CMPI_char16: name = "char16"; break;
-    case CMPI_real32: name = "real32"; break;
-    case CMPI_real64: name = "real64"; break;
-    case CMPI_uint8: name = "uint8"; break;
-    case CMPI_uint16: name = "uint16"; break;
-    case CMPI_uint32: name = "uint32"; break;
-    case CMPI_uint64: name = "uint64"; break;
-    case CMPI_sint8: name = "sint8"; break;
-    case CMPI_sint16: name = "sint16"; break;
-    case CMPI_sint32: name = "sint32"; break;
-    case CMPI_sint64: name = "sint64"; break;
-    case CMPI_instance: name = "instance"; break;
-    case CMPI_ref: name = "reference"; break;
-    case CMPI_args: name = "args"; break;
-    case CMPI_class: name = "class"; break;
-    case CMPI_filter: name = "filter"; break;
-    case CMPI_enumeration: name = "enumeration"; break;
-    case CMPI_string: name = "string"; break;
-    case CMPI_chars: name = "chars"; break;
-    case CMPI_dateTime: name = "datetime"; break;
-    case CMPI_ptr: name = "ptr"; break;
-    case CMPI_charsptr: name = "charsptr"; break;
-    default: break;
+    case CMPI_null:
+      name = "null";
+      break;
+    case CMPI_boolean:
+      name = "boolean";
+      break;
+    case CMPI_char16:
+      name = "char16";
+      break;
+    case CMPI_real32:
+      name = "real32";
+      break;
+    case CMPI_real64:
+      name = "real64";
+      break;
+    case CMPI_uint8:
+      name = "uint8";
+      break;
+    case CMPI_uint16:
+      name = "uint16";
+      break;
+    case CMPI_uint32:
+      name = "uint32";
+      break;
+    case CMPI_uint64:
+      name = "uint64";
+      break;
+    case CMPI_sint8:
+      name = "sint8";
+      break;
+    case CMPI_sint16:
+      name = "sint16";
+      break;
+    case CMPI_sint32:
+      name = "sint32";
+      break;
+    case CMPI_sint64:
+      name = "sint64";
+      break;
+    case CMPI_instance:
+      name = "instance";
+      break;
+    case CMPI_ref:
+      name = "reference";
+      break;
+    case CMPI_args:
+      name = "args";
+      break;
+    case CMPI_class:
+      name = "class";
+      break;
+    case CMPI_filter:
+      name = "filter";
+      break;
+    case CMPI_enumeration:
+      name = "enumeration";
+      break;
+    case CMPI_string:
+      name = "string";
+      break;
+    case CMPI_chars:
+      name = "chars";
+      break;
+    case CMPI_dateTime:
+      name = "datetime";
+      break;
+    case CMPI_ptr:
+      name = "ptr";
+      break;
+    case CMPI_charsptr:
+      name = "charsptr";
+      break;
+    default:
+      break;
   }
   if (array && simple == CMPI_null) {
     return "array";
@@ -151,18 +200,18 @@ CmpiData::CmpiData(const CmpiDateTime& d)
 
 void CmpiData::requireType(CMPIType type) const {
   if (isNotFound()) {
-    throw CmpiStatus(CMPI_RC_ERR_NO_SUCH_PROPERTY,
-                     "no such value: expected " + cmpi_detail::typeName(type) +
-                         ", the value was not found");
+    throw CmpiStatus(
+        CMPI_RC_ERR_NO_SUCH_PROPERTY,
+        "no such value: expected " + cmpi_detail::typeName(type) + ", the value was not found");
   }
   if (data_.type == CMPI_null) {
     throw CmpiStatus(CMPI_RC_ERR_NO_SUCH_PROPERTY,
                      "no value: expected " + cmpi_detail::typeName(type) + ", got null");
   }
   if (data_.type != type) {
-    throw CmpiStatus(CMPI_RC_ERR_TYPE_MISMATCH,
-                     "type mismatch: expected " + cmpi_detail::typeName(type) + ", got " +
-                         cmpi_detail::typeName(data_.type));
+    throw CmpiStatus(CMPI_RC_ERR_TYPE_MISMATCH, "type mismatch: expected " +
+                                                    cmpi_detail::typeName(type) + ", got " +
+                                                    cmpi_detail::typeName(data_.type));
   }
   if (isNullValue()) {
     throw CmpiStatus(CMPI_RC_ERR_NO_SUCH_PROPERTY,

@@ -11,7 +11,8 @@ bool CmpiEnumeration::hasNext() const {
 }
 
 CmpiData CmpiEnumeration::getNext() {
-  return CmpiData(callRc(table(enc_, "CMPIEnumeration")->getNext, "CMPIEnumerationFT.getNext", enc_));
+  return CmpiData(
+      callRc(table(enc_, "CMPIEnumeration")->getNext, "CMPIEnumerationFT.getNext", enc_));
 }
 
 CmpiArray CmpiEnumeration::toArray() const {

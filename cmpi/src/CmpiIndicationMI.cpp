@@ -29,8 +29,7 @@ CmpiStatus CmpiIndicationMI::activateFilter(const CmpiContext& ctx, const CmpiSe
   return CmpiStatus(CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
-CmpiStatus CmpiIndicationMI::deActivateFilter(const CmpiContext& ctx,
-                                              const CmpiSelectExp& filter,
+CmpiStatus CmpiIndicationMI::deActivateFilter(const CmpiContext& ctx, const CmpiSelectExp& filter,
                                               const char* className, const CmpiObjectPath& cop,
                                               bool lastActivation) {
   return CmpiStatus(CMPI_RC_ERR_NOT_SUPPORTED);
@@ -46,8 +45,8 @@ CmpiStatus CmpiIndicationMI::disableIndications(const CmpiContext& ctx) {
 
 CMPIStatus CmpiIndicationMI::driveAuthorizeFilter(CMPIIndicationMI* mi, const CMPIContext* ctx,
                                                   const CMPISelectExp* filter,
-                                                  const char* className,
-                                                  const CMPIObjectPath* cop, const char* owner) {
+                                                  const char* className, const CMPIObjectPath* cop,
+                                                  const char* owner) {
   return drive<CmpiIndicationMI>(mi, kInterface, [&](CmpiIndicationMI& provider) {
     return provider.authorizeFilter(CmpiContext(ctx), CmpiSelectExp(filter), className,
                                     CmpiObjectPath(cop), owner);
@@ -64,8 +63,8 @@ CMPIStatus CmpiIndicationMI::driveMustPoll(CMPIIndicationMI* mi, const CMPIConte
 }
 
 CMPIStatus CmpiIndicationMI::driveActivateFilter(CMPIIndicationMI* mi, const CMPIContext* ctx,
-                                                 const CMPISelectExp* filter,
-                                                 const char* className, const CMPIObjectPath* cop,
+                                                 const CMPISelectExp* filter, const char* className,
+                                                 const CMPIObjectPath* cop,
                                                  CMPIBoolean firstActivation) {
   return drive<CmpiIndicationMI>(mi, kInterface, [&](CmpiIndicationMI& provider) {
     return provider.activateFilter(CmpiContext(ctx), CmpiSelectExp(filter), className,
@@ -75,8 +74,7 @@ CMPIStatus CmpiIndicationMI::driveActivateFilter(CMPIIndicationMI* mi, const CMP
 
 CMPIStatus CmpiIndicationMI::driveDeActivateFilter(CMPIIndicationMI* mi, const CMPIContext* ctx,
                                                    const CMPISelectExp* filter,
-                                                   const char* className,
-                                                   const CMPIObjectPath* cop,
+                                                   const char* className, const CMPIObjectPath* cop,
                                                    CMPIBoolean lastActivation) {
   return drive<CmpiIndicationMI>(mi, kInterface, [&](CmpiIndicationMI& provider) {
     return provider.deActivateFilter(CmpiContext(ctx), CmpiSelectExp(filter), className,
@@ -90,8 +88,7 @@ CMPIStatus CmpiIndicationMI::driveEnableIndications(CMPIIndicationMI* mi, const 
   });
 }
 
-CMPIStatus CmpiIndicationMI::driveDisableIndications(CMPIIndicationMI* mi,
-                                                     const CMPIContext* ctx) {
+CMPIStatus CmpiIndicationMI::driveDisableIndications(CMPIIndicationMI* mi, const CMPIContext* ctx) {
   return drive<CmpiIndicationMI>(mi, kInterface, [&](CmpiIndicationMI& provider) {
     return provider.disableIndications(CmpiContext(ctx));
   });

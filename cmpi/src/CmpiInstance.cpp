@@ -21,7 +21,8 @@ CmpiInstance::CmpiInstance(const CmpiObjectPath& path) {
 }
 
 CmpiData CmpiInstance::getProperty(const char* name) const {
-  return CmpiData(callRc(table(enc_, kType)->getProperty, "CMPIInstanceFT.getProperty", enc_, name));
+  return CmpiData(
+      callRc(table(enc_, kType)->getProperty, "CMPIInstanceFT.getProperty", enc_, name));
 }
 
 CmpiData CmpiInstance::getProperty(unsigned int index, CmpiString* name) const {

@@ -21,7 +21,8 @@ CmpiObjectPath::CmpiObjectPath(const char* nameSpace, const char* className) {
 }
 
 CmpiString CmpiObjectPath::getNameSpace() const {
-  return CmpiString(callRc(table(enc_, kType)->getNameSpace, "CMPIObjectPathFT.getNameSpace", enc_));
+  return CmpiString(
+      callRc(table(enc_, kType)->getNameSpace, "CMPIObjectPathFT.getNameSpace", enc_));
 }
 
 void CmpiObjectPath::setNameSpace(const char* nameSpace) {
@@ -53,9 +54,8 @@ CmpiData CmpiObjectPath::getKey(const char* name) const {
 
 CmpiData CmpiObjectPath::getKey(unsigned int index, CmpiString* name) const {
   CMPIString* keyName = nullptr;
-  const CMPIData data =
-      callRc(table(enc_, kType)->getKeyAt, "CMPIObjectPathFT.getKeyAt", enc_,
-             static_cast<CMPICount>(index), name != nullptr ? &keyName : nullptr);
+  const CMPIData data = callRc(table(enc_, kType)->getKeyAt, "CMPIObjectPathFT.getKeyAt", enc_,
+                               static_cast<CMPICount>(index), name != nullptr ? &keyName : nullptr);
   if (name != nullptr) {
     *name = CmpiString(keyName);
   }

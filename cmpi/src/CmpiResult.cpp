@@ -27,8 +27,7 @@ void CmpiResult::returnData(const CmpiInstance& instance) {
 void CmpiResult::returnData(const CmpiObjectPath& path) {
   const auto* ft = table(enc_, kType);
   if (path.isNull()) {
-    throw CmpiStatus(CMPI_RC_ERR_INVALID_HANDLE,
-                     "null CMPIObjectPath handle returned as a result");
+    throw CmpiStatus(CMPI_RC_ERR_INVALID_HANDLE, "null CMPIObjectPath handle returned as a result");
   }
   callStatus(ft->returnObjectPath, "CMPIResultFT.returnObjectPath", enc_,
              static_cast<const CMPIObjectPath*>(path.getEnc()));

@@ -16,8 +16,8 @@ CmpiString::CmpiString(const char* text) {
     return;
   }
   const CMPIBroker* broker = cmpi_detail::requireCurrentBroker("a CmpiString");
-  enc_ = callRc(cmpi_detail::factories(broker)->newString, "CMPIBrokerEncFT.newString", broker,
-                text);
+  enc_ =
+      callRc(cmpi_detail::factories(broker)->newString, "CMPIBrokerEncFT.newString", broker, text);
 }
 
 const char* CmpiString::charPtr() const {

@@ -8,7 +8,8 @@ namespace zeda::cim {
 
 namespace {
 bool stripSuffix(std::string& s, const std::string& suffix) {
-  if (s.size() <= suffix.size() || s.compare(s.size() - suffix.size(), suffix.size(), suffix) != 0) return false;
+  if (s.size() <= suffix.size() || s.compare(s.size() - suffix.size(), suffix.size(), suffix) != 0)
+    return false;
   s.erase(s.size() - suffix.size());
   return true;
 }
@@ -17,11 +18,20 @@ std::string xmlEscape(const std::string& s) {
   std::string out;
   for (const char c : s) {
     switch (c) {
-      case '&': out += "&amp;"; break;
-      case '<': out += "&lt;"; break;
-      case '>': out += "&gt;"; break;
-      case '"': out += "&quot;"; break;
-      default: out += c;
+      case '&':
+        out += "&amp;";
+        break;
+      case '<':
+        out += "&lt;";
+        break;
+      case '>':
+        out += "&gt;";
+        break;
+      case '"':
+        out += "&quot;";
+        break;
+      default:
+        out += c;
     }
   }
   return out;
@@ -33,7 +43,8 @@ std::vector<ServedClass> servedClasses(const std::vector<std::string>& factories
   for (const auto& f : factories) {
     std::string provider = f;
     bool known = false;
-    for (const char* kind : {"_Create_InstanceMI", "_Create_AssociationMI", "_Create_MethodMI", "_Create_IndicationMI"}) {
+    for (const char* kind : {"_Create_InstanceMI", "_Create_AssociationMI", "_Create_MethodMI",
+                             "_Create_IndicationMI"}) {
       if (stripSuffix(provider, kind)) {
         known = true;
         break;
@@ -62,14 +73,15 @@ void printClasses(std::ostream& out, Format format, const std::vector<std::strin
       }
       break;
     case Format::Json: {
-      std::string text = "{\n  \"operation\": \"classes\",\n  \"status\": {\"code\": 0, \"message\": null},\n"
-                         "  \"done\": true,\n  \"results\": [";
+      std::string text =
+          "{\n  \"operation\": \"classes\",\n  \"status\": {\"code\": 0, \"message\": null},\n"
+          "  \"done\": true,\n  \"results\": [";
       bool first = true;
       for (const auto& c : classes) {
         text += first ? "\n    " : ",\n    ";
         first = false;
-        text += "{\"classname\":" + host::jsonQuote(c.className) + ",\"provider\":" + host::jsonQuote(c.provider) +
-                ",\"factories\":[";
+        text += "{\"classname\":" + host::jsonQuote(c.className) +
+                ",\"provider\":" + host::jsonQuote(c.provider) + ",\"factories\":[";
         for (std::size_t n = 0; n < c.factories.size(); ++n) {
           text += (n ? "," : "") + host::jsonQuote(c.factories[n]);
         }
@@ -81,7 +93,8 @@ void printClasses(std::ostream& out, Format format, const std::vector<std::strin
     }
     case Format::Xml:
       out << "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<IRETURNVALUE>\n";
-      for (const auto& c : classes) out << "<CLASSNAME NAME=\"" << xmlEscape(c.className) << "\"/>\n";
+      for (const auto& c : classes)
+        out << "<CLASSNAME NAME=\"" << xmlEscape(c.className) << "\"/>\n";
       out << "</IRETURNVALUE>\n";
       break;
   }

@@ -33,21 +33,36 @@ using host::Outcome;
 
 std::string rcName(int code) {
   switch (code) {
-    case 0: return "CMPI_RC_OK";
-    case 1: return "CMPI_RC_ERR_FAILED";
-    case 2: return "CMPI_RC_ERR_ACCESS_DENIED";
-    case 3: return "CMPI_RC_ERR_INVALID_NAMESPACE";
-    case 4: return "CMPI_RC_ERR_INVALID_PARAMETER";
-    case 5: return "CMPI_RC_ERR_INVALID_CLASS";
-    case 6: return "CMPI_RC_ERR_NOT_FOUND";
-    case 7: return "CMPI_RC_ERR_NOT_SUPPORTED";
-    case 12: return "CMPI_RC_ERR_NO_SUCH_PROPERTY";
-    case 13: return "CMPI_RC_ERR_TYPE_MISMATCH";
-    case 60: return "CMPI_RC_ERR_INVALID_HANDLE";
-    case 61: return "CMPI_RC_ERR_INVALID_DATA_TYPE";
-    case 100: return "CMPI_RC_ERROR_SYSTEM";
-    case 200: return "CMPI_RC_ERROR";
-    default: return "CMPI status";
+    case 0:
+      return "CMPI_RC_OK";
+    case 1:
+      return "CMPI_RC_ERR_FAILED";
+    case 2:
+      return "CMPI_RC_ERR_ACCESS_DENIED";
+    case 3:
+      return "CMPI_RC_ERR_INVALID_NAMESPACE";
+    case 4:
+      return "CMPI_RC_ERR_INVALID_PARAMETER";
+    case 5:
+      return "CMPI_RC_ERR_INVALID_CLASS";
+    case 6:
+      return "CMPI_RC_ERR_NOT_FOUND";
+    case 7:
+      return "CMPI_RC_ERR_NOT_SUPPORTED";
+    case 12:
+      return "CMPI_RC_ERR_NO_SUCH_PROPERTY";
+    case 13:
+      return "CMPI_RC_ERR_TYPE_MISMATCH";
+    case 60:
+      return "CMPI_RC_ERR_INVALID_HANDLE";
+    case 61:
+      return "CMPI_RC_ERR_INVALID_DATA_TYPE";
+    case 100:
+      return "CMPI_RC_ERROR_SYSTEM";
+    case 200:
+      return "CMPI_RC_ERROR";
+    default:
+      return "CMPI status";
   }
 }
 
@@ -105,16 +120,19 @@ host::ObjectPath parseTarget(const Options& o) {
 Outcome runOperation(host::Host& h, const Options& o, StreamPrinter& printer) {
   const host::ObjectPath path = parseTarget(o);
   const std::string& op = o.operation;
-  if (op == "ei") return h.enumerateInstances(path.className() + "Provider", path, o.properties, printer);
+  if (op == "ei")
+    return h.enumerateInstances(path.className() + "Provider", path, o.properties, printer);
   if (op == "ein") return h.enumerateInstanceNames(path.className() + "Provider", path, printer);
   if (op == "gi") return h.getInstance(path.className() + "Provider", path, o.properties, printer);
   // Association operations: the provider of --provider, else of --assoc-class.
   const std::string provider = (o.provider ? *o.provider : *o.assocClass) + "Provider";
   if (op == "ai") {
-    return h.associators(provider, path, o.assocClass, o.resultClass, o.role, o.resultRole, o.properties, printer);
+    return h.associators(provider, path, o.assocClass, o.resultClass, o.role, o.resultRole,
+                         o.properties, printer);
   }
   if (op == "ain") {
-    return h.associatorNames(provider, path, o.assocClass, o.resultClass, o.role, o.resultRole, printer);
+    return h.associatorNames(provider, path, o.assocClass, o.resultClass, o.role, o.resultRole,
+                             printer);
   }
   if (op == "ri") return h.references(provider, path, o.resultClass, o.role, o.properties, printer);
   return h.referenceNames(provider, path, o.resultClass, o.role, printer);
@@ -196,7 +214,8 @@ int run(const std::vector<std::string>& args, const Stderr& err) {
   exportEnvironment(o);
   host::Host h(module);
   const std::vector<std::string> factories = h.exportedFactories();
-  if (factories.empty()) throw UsageError("module " + module + " exports no provider factory (*_Create_*MI)");
+  if (factories.empty())
+    throw UsageError("module " + module + " exports no provider factory (*_Create_*MI)");
   if (o.operation == "classes") {
     printClasses(std::cout, o.format, factories);
     return 0;

@@ -8,28 +8,39 @@ namespace {
 
 const std::map<std::string, std::string>& operations() {
   static const std::map<std::string, std::string> ops{
-      {"ei", "ei"},   {"enumerate-instances", "ei"},       {"ein", "ein"}, {"enumerate-instance-names", "ein"},
-      {"gi", "gi"},   {"get-instance", "gi"},              {"ai", "ai"},   {"associators", "ai"},
-      {"ain", "ain"}, {"associator-names", "ain"},         {"ri", "ri"},   {"references", "ri"},
-      {"rin", "rin"}, {"reference-names", "rin"},          {"classes", "classes"}};
+      {"ei", "ei"},          {"enumerate-instances", "ei"},
+      {"ein", "ein"},        {"enumerate-instance-names", "ein"},
+      {"gi", "gi"},          {"get-instance", "gi"},
+      {"ai", "ai"},          {"associators", "ai"},
+      {"ain", "ain"},        {"associator-names", "ain"},
+      {"ri", "ri"},          {"references", "ri"},
+      {"rin", "rin"},        {"reference-names", "rin"},
+      {"classes", "classes"}};
   return ops;
 }
 
-bool isAssociation(const std::string& op) { return op == "ai" || op == "ain" || op == "ri" || op == "rin"; }
+bool isAssociation(const std::string& op) {
+  return op == "ai" || op == "ain" || op == "ri" || op == "rin";
+}
 
 }  // namespace
 
 std::string usageText() {
-  return "usage: zeda-cim [--module PATH] [--config FILE] [--inventory FILE] [--program-data DIR] [--nas-trace FILE]\n"
-         "                [--namespace NS] [--format mof|json|xml] [--property NAME]... OPERATION ARGS\n"
+  return "usage: zeda-cim [--module PATH] [--config FILE] [--inventory FILE] [--program-data DIR] "
+         "[--nas-trace FILE]\n"
+         "                [--namespace NS] [--format mof|json|xml] [--property NAME]... OPERATION "
+         "ARGS\n"
          "  ei  | enumerate-instances CLASS          ein | enumerate-instance-names CLASS\n"
          "  gi  | get-instance PATH\n"
-         "  ai  | associators PATH [--assoc-class C] [--provider P] [--result-class C] [--role R] [--result-role R]\n"
+         "  ai  | associators PATH [--assoc-class C] [--provider P] [--result-class C] [--role R] "
+         "[--result-role R]\n"
          "  ain | associator-names PATH  (same options)\n"
          "  ri  | references PATH [--assoc-class C] [--provider P] [--result-class C] [--role R]\n"
          "  rin | reference-names PATH   (same options)\n"
-         "  classes                                 the classes the module serves, with their factories\n"
-         "PATH: [NAMESPACE:]Class.Key=\"value\",Key2=\"value\" or a bare Class (\\\" and \\\\ escape).\n"
+         "  classes                                 the classes the module serves, with their "
+         "factories\n"
+         "PATH: [NAMESPACE:]Class.Key=\"value\",Key2=\"value\" or a bare Class (\\\" and \\\\ "
+         "escape).\n"
          "Association operations go to the provider of --provider P, else of --assoc-class C.\n";
 }
 
@@ -111,12 +122,14 @@ Options parseOptions(const std::vector<std::string>& args) {
   o.operation = op->second;
   const std::size_t wanted = o.operation == "classes" ? 1 : 2;
   if (operands.size() < wanted) {
-    throw UsageError(operands[0] + " needs " + (o.operation == "ei" || o.operation == "ein" ? "a CLASS" : "a PATH"));
+    throw UsageError(operands[0] + " needs " +
+                     (o.operation == "ei" || o.operation == "ein" ? "a CLASS" : "a PATH"));
   }
   if (operands.size() > wanted) throw UsageError("unexpected argument " + operands[wanted]);
   if (wanted == 2) o.target = operands[1];
   if (!isAssociation(o.operation) && !assocOptionsSeen.empty()) {
-    throw UsageError("option " + assocOptionsSeen.front() + " applies to association operations only");
+    throw UsageError("option " + assocOptionsSeen.front() +
+                     " applies to association operations only");
   }
   if ((o.operation == "ri" || o.operation == "rin") && o.resultRole) {
     throw UsageError("option --result-role does not apply to " + operands[0]);

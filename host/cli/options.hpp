@@ -25,8 +25,8 @@ struct Options {
   std::optional<std::string> nameSpace;
   Format format = Format::Mof;
   std::optional<std::vector<std::string>> properties;  // nullopt: no --property
-  std::string operation;                               // short form: ei, ein, gi, ai, ain, ri, rin, classes
-  std::string target;                                  // CLASS or PATH
+  std::string operation;  // short form: ei, ein, gi, ai, ain, ri, rin, classes
+  std::string target;     // CLASS or PATH
   std::optional<std::string> assocClass;
   std::optional<std::string> provider;
   std::optional<std::string> resultClass;

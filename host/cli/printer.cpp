@@ -36,10 +36,14 @@ void StreamPrinter::begin() {
   begun_ = true;
   switch (format_) {
     case Format::Json:
-      buffer_.insert(0, "{\n  \"operation\": " + host::jsonQuote(operation_) + ",\n  \"results\": [");
+      buffer_.insert(0,
+                     "{\n  \"operation\": " + host::jsonQuote(operation_) + ",\n  \"results\": [");
       break;
-    case Format::Xml: buffer_.insert(0, "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<IRETURNVALUE>\n"); break;
-    case Format::Mof: break;
+    case Format::Xml:
+      buffer_.insert(0, "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<IRETURNVALUE>\n");
+      break;
+    case Format::Mof:
+      break;
   }
 }
 
@@ -59,7 +63,9 @@ void StreamPrinter::instance(const host::Instance& i) {
       buffer_ = anyResult_ ? "\n" : "";
       buffer_ += host::instanceToMof(i);
       break;
-    case Format::Xml: buffer_ = host::instanceToXml(i) + "\n"; break;
+    case Format::Xml:
+      buffer_ = host::instanceToXml(i) + "\n";
+      break;
   }
   begin();
   anyResult_ = true;
@@ -72,8 +78,12 @@ void StreamPrinter::path(const host::ObjectPath& p) {
       buffer_ = anyResult_ ? ",\n    " : "\n    ";
       buffer_ += host::objectPathToJson(p);
       break;
-    case Format::Mof: buffer_ = host::formatObjectPath(p) + "\n"; break;
-    case Format::Xml: buffer_ = host::objectPathToXml(p) + "\n"; break;
+    case Format::Mof:
+      buffer_ = host::formatObjectPath(p) + "\n";
+      break;
+    case Format::Xml:
+      buffer_ = host::objectPathToXml(p) + "\n";
+      break;
   }
   begin();
   anyResult_ = true;
@@ -86,8 +96,12 @@ void StreamPrinter::value(const host::Value& v) {
       buffer_ = anyResult_ ? ",\n    " : "\n    ";
       buffer_ += host::typedValueToJson(v);
       break;
-    case Format::Mof: buffer_ = host::valueToMof(v) + "\n"; break;
-    case Format::Xml: buffer_ = host::valueToXml(v) + "\n"; break;
+    case Format::Mof:
+      buffer_ = host::valueToMof(v) + "\n";
+      break;
+    case Format::Xml:
+      buffer_ = host::valueToXml(v) + "\n";
+      break;
   }
   begin();
   anyResult_ = true;
@@ -103,8 +117,11 @@ void StreamPrinter::finish(const host::Outcome& outcome) {
       buffer_ += "  \"status\": " + host::statusToJson(outcome.status) + ",\n  \"done\": ";
       buffer_ += outcome.done ? "true\n}\n" : "false\n}\n";
       break;
-    case Format::Xml: buffer_ += "</IRETURNVALUE>\n"; break;
-    case Format::Mof: break;
+    case Format::Xml:
+      buffer_ += "</IRETURNVALUE>\n";
+      break;
+    case Format::Mof:
+      break;
   }
   emit();
 }

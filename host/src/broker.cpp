@@ -37,7 +37,9 @@ thread_local const Broker* currentBroker = nullptr;
 thread_local Store* currentStore = nullptr;
 }  // namespace
 
-Store& Broker::store() { return currentBroker == this && currentStore != nullptr ? *currentStore : store_; }
+Store& Broker::store() {
+  return currentBroker == this && currentStore != nullptr ? *currentStore : store_;
+}
 
 void Broker::release(EncObject& obj) {
   if (!obj.isClone()) {
@@ -48,8 +50,10 @@ void Broker::release(EncObject& obj) {
   if (std::unique_ptr<EncObject> dead = store_.takeClone(obj)) store().adoptDead(std::move(dead));
 }
 
-RequestStore::RequestStore(Broker& broker) : previousBroker_(currentBroker), previousStore_(currentStore) {
-  if (currentBroker == &broker && currentStore != nullptr) return;  // an up-call: the caller's store
+RequestStore::RequestStore(Broker& broker)
+    : previousBroker_(currentBroker), previousStore_(currentStore) {
+  if (currentBroker == &broker && currentStore != nullptr)
+    return;  // an up-call: the caller's store
   own_ = std::make_unique<Store>();
   currentBroker = &broker;
   currentStore = own_.get();

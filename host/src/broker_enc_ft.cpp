@@ -20,11 +20,22 @@ Broker& brokerOf(const CMPIBroker* mb) {
 
 bool storable(CMPIType t) {
   switch (storedType(static_cast<CMPIType>(t & ~CMPI_ARRAY))) {
-    case CMPI_boolean: case CMPI_char16:
-    case CMPI_uint8: case CMPI_uint16: case CMPI_uint32: case CMPI_uint64:
-    case CMPI_sint8: case CMPI_sint16: case CMPI_sint32: case CMPI_sint64:
-    case CMPI_real32: case CMPI_real64:
-    case CMPI_string: case CMPI_dateTime: case CMPI_ref: case CMPI_instance:
+    case CMPI_boolean:
+    case CMPI_char16:
+    case CMPI_uint8:
+    case CMPI_uint16:
+    case CMPI_uint32:
+    case CMPI_uint64:
+    case CMPI_sint8:
+    case CMPI_sint16:
+    case CMPI_sint32:
+    case CMPI_sint64:
+    case CMPI_real32:
+    case CMPI_real64:
+    case CMPI_string:
+    case CMPI_dateTime:
+    case CMPI_ref:
+    case CMPI_instance:
       return true;
     default:
       return false;
@@ -41,7 +52,8 @@ CMPIInstance* newInstance(const CMPIBroker* mb, const CMPIObjectPath* op, CMPISt
   });
 }
 
-CMPIObjectPath* newObjectPath(const CMPIBroker* mb, const char* ns, const char* cn, CMPIStatus* rc) {
+CMPIObjectPath* newObjectPath(const CMPIBroker* mb, const char* ns, const char* cn,
+                              CMPIStatus* rc) {
   return guardedValue<CMPIObjectPath*>(rc, nullptr, [&]() -> CMPIObjectPath* {
     Broker& b = brokerOf(mb);
     if (cn == nullptr) throw RcError(CMPI_RC_ERR_INVALID_PARAMETER);
@@ -61,7 +73,8 @@ CMPIArgs* newArgs(const CMPIBroker* mb, CMPIStatus* rc) {
 
 CMPIString* newString(const CMPIBroker* mb, const char* data, CMPIStatus* rc) {
   return guardedValue<CMPIString*>(rc, nullptr, [&]() -> CMPIString* {
-    CMPIString* s = makeString(brokerOf(mb), data ? std::optional<std::string>(data) : std::nullopt)->face();
+    CMPIString* s =
+        makeString(brokerOf(mb), data ? std::optional<std::string>(data) : std::nullopt)->face();
     setStatus(rc, CMPI_RC_OK);
     return s;
   });
@@ -86,7 +99,8 @@ CMPIDateTime* newDateTime(const CMPIBroker* mb, CMPIStatus* rc) {
   });
 }
 
-CMPIDateTime* newDateTimeFromBinary(const CMPIBroker* mb, CMPIUint64 binTime, CMPIBoolean interval, CMPIStatus* rc) {
+CMPIDateTime* newDateTimeFromBinary(const CMPIBroker* mb, CMPIUint64 binTime, CMPIBoolean interval,
+                                    CMPIStatus* rc) {
   return guardedValue<CMPIDateTime*>(rc, nullptr, [&]() -> CMPIDateTime* {
     CMPIDateTime* dt = makeDateTime(brokerOf(mb), binTime, interval != 0)->face();
     setStatus(rc, CMPI_RC_OK);
@@ -107,8 +121,8 @@ CMPIDateTime* newDateTimeFromChars(const CMPIBroker* mb, const char* utcTime, CM
   });
 }
 
-CMPISelectExp* newSelectExp(const CMPIBroker* mb, const char* query, const char* lang, CMPIArray** projection,
-                            CMPIStatus* rc) {
+CMPISelectExp* newSelectExp(const CMPIBroker* mb, const char* query, const char* lang,
+                            CMPIArray** projection, CMPIStatus* rc) {
   return guardedValue<CMPISelectExp*>(rc, nullptr, [&]() -> CMPISelectExp* {
     Broker& b = brokerOf(mb);
     if (projection != nullptr) *projection = nullptr;
@@ -124,10 +138,12 @@ CMPISelectExp* newSelectExp(const CMPIBroker* mb, const char* query, const char*
 }
 
 // No class repository: a class "is a" type exactly when the names match.
-CMPIBoolean classPathIsA(const CMPIBroker* mb, const CMPIObjectPath* op, const char* type, CMPIStatus* rc) {
+CMPIBoolean classPathIsA(const CMPIBroker* mb, const CMPIObjectPath* op, const char* type,
+                         CMPIStatus* rc) {
   return guardedValue<CMPIBoolean>(rc, 0, [&] {
     brokerOf(mb);
-    if (op == nullptr || op->hdl == nullptr || type == nullptr) throw RcError(CMPI_RC_ERR_INVALID_PARAMETER);
+    if (op == nullptr || op->hdl == nullptr || type == nullptr)
+      throw RcError(CMPI_RC_ERR_INVALID_PARAMETER);
     CMPIStatus st{CMPI_RC_OK, nullptr};
     const auto cls = readString(op->ft->getClassName(op, &st));
     if (st.rc != CMPI_RC_OK) throw RcError(st.rc);
@@ -178,17 +194,27 @@ std::string substitute(const char* defMsg, CMPICount count, va_list& args) {
   for (CMPICount i = 0; i < count; ++i) {
     const int type = va_arg(args, int);
     switch (type) {
-      case CMPI_sint32: values.push_back(std::to_string(va_arg(args, long))); break;
-      case CMPI_uint32: values.push_back(std::to_string(va_arg(args, unsigned long))); break;
-      case CMPI_sint64: values.push_back(std::to_string(va_arg(args, long long))); break;
-      case CMPI_uint64: values.push_back(std::to_string(va_arg(args, unsigned long long))); break;
+      case CMPI_sint32:
+        values.push_back(std::to_string(va_arg(args, long)));
+        break;
+      case CMPI_uint32:
+        values.push_back(std::to_string(va_arg(args, unsigned long)));
+        break;
+      case CMPI_sint64:
+        values.push_back(std::to_string(va_arg(args, long long)));
+        break;
+      case CMPI_uint64:
+        values.push_back(std::to_string(va_arg(args, unsigned long long)));
+        break;
       case CMPI_real32:
       case CMPI_real64: {
         Value v = Value::real64(va_arg(args, double));
         values.push_back(valueToMof(v));
         break;
       }
-      case CMPI_boolean: values.push_back(va_arg(args, int) ? "true" : "false"); break;
+      case CMPI_boolean:
+        values.push_back(va_arg(args, int) ? "true" : "false");
+        break;
       case CMPI_chars: {
         const char* c = va_arg(args, const char*);
         values.push_back(c ? c : "");
@@ -199,7 +225,8 @@ std::string substitute(const char* defMsg, CMPICount count, va_list& args) {
         values.push_back(readString(str).value_or(""));
         break;
       }
-      default: throw RcError(CMPI_RC_ERR_INVALID_PARAMETER);
+      default:
+        throw RcError(CMPI_RC_ERR_INVALID_PARAMETER);
     }
   }
   const std::string text = defMsg ? defMsg : "";
@@ -219,8 +246,8 @@ std::string substitute(const char* defMsg, CMPICount count, va_list& args) {
 }
 
 // The host has no message catalogues: every message is the default one.
-CMPIString* getMessage(const CMPIBroker* mb, const char* msgId, const char* defMsg, CMPIStatus* rc, CMPICount count,
-                       ...) {
+CMPIString* getMessage(const CMPIBroker* mb, const char* msgId, const char* defMsg, CMPIStatus* rc,
+                       CMPICount count, ...) {
   va_list args;
   va_start(args, count);
   CMPIString* out = guardedValue<CMPIString*>(rc, nullptr, [&]() -> CMPIString* {
@@ -233,8 +260,8 @@ CMPIString* getMessage(const CMPIBroker* mb, const char* msgId, const char* defM
   return out;
 }
 
-CMPIString* getMessage2(const CMPIBroker* mb, const char* msgId, const CMPIMsgFileHandle handle, const char* defMsg,
-                        CMPIStatus* rc, CMPICount count, ...) {
+CMPIString* getMessage2(const CMPIBroker* mb, const char* msgId, const CMPIMsgFileHandle handle,
+                        const char* defMsg, CMPIStatus* rc, CMPICount count, ...) {
   va_list args;
   va_start(args, count);
   CMPIString* out = guardedValue<CMPIString*>(rc, nullptr, [&]() -> CMPIString* {
@@ -253,7 +280,8 @@ std::string logText(const char* text, const CMPIString* string) {
   return readString(string).value_or("");
 }
 
-CMPIStatus logMessage(const CMPIBroker* mb, int severity, const char* id, const char* text, const CMPIString* string) {
+CMPIStatus logMessage(const CMPIBroker* mb, int severity, const char* id, const char* text,
+                      const CMPIString* string) {
   return guarded([&] {
     Broker& b = brokerOf(mb);
     b.log(LogRecord{severity, id ? id : "", logText(text, string)}, false);
@@ -261,7 +289,8 @@ CMPIStatus logMessage(const CMPIBroker* mb, int severity, const char* id, const 
   });
 }
 
-CMPIStatus trace(const CMPIBroker* mb, int level, const char* component, const char* text, const CMPIString* string) {
+CMPIStatus trace(const CMPIBroker* mb, int level, const char* component, const char* text,
+                 const CMPIString* string) {
   return guarded([&] {
     Broker& b = brokerOf(mb);
     b.log(LogRecord{level, component ? component : "", logText(text, string)}, true);
@@ -270,8 +299,8 @@ CMPIStatus trace(const CMPIBroker* mb, int level, const char* component, const c
 }
 
 CMPIError* newCMPIError(const CMPIBroker* mb, const char* owner, const char* msgID, const char* msg,
-                        const CMPIErrorSeverity sev, const CMPIErrorProbableCause pc, const CMPIrc cimStatusCode,
-                        CMPIStatus* rc) {
+                        const CMPIErrorSeverity sev, const CMPIErrorProbableCause pc,
+                        const CMPIrc cimStatusCode, CMPIStatus* rc) {
   return guardedValue<CMPIError*>(rc, nullptr, [&]() -> CMPIError* {
     Broker& b = brokerOf(mb);
     ErrorObj* e = makeError(b);

@@ -17,7 +17,8 @@ namespace zeda::host::detail {
 namespace {
 
 static_assert(sizeof(pthread_t) <= sizeof(void*), "a pthread_t must fit a CMPI_THREAD_TYPE");
-static_assert(sizeof(pthread_key_t) == sizeof(CMPI_THREAD_KEY_TYPE), "pthread_key_t must be a CMPI_THREAD_KEY_TYPE");
+static_assert(sizeof(pthread_key_t) == sizeof(CMPI_THREAD_KEY_TYPE),
+              "pthread_key_t must be a CMPI_THREAD_KEY_TYPE");
 
 CMPI_THREAD_TYPE toHandle(pthread_t t) {
   CMPI_THREAD_TYPE h = nullptr;
@@ -40,7 +41,8 @@ char* resolveFileName(const char* filename) {
   return out;
 }
 
-CMPI_THREAD_TYPE newThread(CMPI_THREAD_RETURN(CMPI_THREAD_CDECL* start)(void*), void* parm, int detached) {
+CMPI_THREAD_TYPE newThread(CMPI_THREAD_RETURN(CMPI_THREAD_CDECL* start)(void*), void* parm,
+                           int detached) {
   if (start == nullptr) return nullptr;
   pthread_attr_t attr;
   pthread_attr_init(&attr);
@@ -92,7 +94,9 @@ int destroyThreadKey(CMPI_THREAD_KEY_TYPE key) { return pthread_key_delete(key);
 
 void* getThreadSpecific(CMPI_THREAD_KEY_TYPE key) { return pthread_getspecific(key); }
 
-int setThreadSpecific(CMPI_THREAD_KEY_TYPE key, void* value) { return pthread_setspecific(key, value); }
+int setThreadSpecific(CMPI_THREAD_KEY_TYPE key, void* value) {
+  return pthread_setspecific(key, value);
+}
 
 // Recursive, as providers written for common object managers expect.
 CMPI_MUTEX_TYPE newMutex(int) {
@@ -132,13 +136,15 @@ void destroyCondition(CMPI_COND_TYPE cond) {
 
 int condWait(CMPI_COND_TYPE cond, CMPI_MUTEX_TYPE mutex) {
   if (cond == nullptr || mutex == nullptr) return EINVAL;
-  return pthread_cond_wait(static_cast<pthread_cond_t*>(cond), static_cast<pthread_mutex_t*>(mutex));
+  return pthread_cond_wait(static_cast<pthread_cond_t*>(cond),
+                           static_cast<pthread_mutex_t*>(mutex));
 }
 
 // wait: the absolute time (CLOCK_REALTIME) to give up at.
 int timedCondWait(CMPI_COND_TYPE cond, CMPI_MUTEX_TYPE mutex, struct timespec* wait) {
   if (cond == nullptr || mutex == nullptr || wait == nullptr) return EINVAL;
-  return pthread_cond_timedwait(static_cast<pthread_cond_t*>(cond), static_cast<pthread_mutex_t*>(mutex), wait);
+  return pthread_cond_timedwait(static_cast<pthread_cond_t*>(cond),
+                                static_cast<pthread_mutex_t*>(mutex), wait);
 }
 
 int signalCondition(CMPI_COND_TYPE cond) {

@@ -93,23 +93,25 @@ CMPIStatus detachThread(const CMPIBroker* mb, const CMPIContext* ctx) {
   });
 }
 
-CMPIStatus deliverIndication(const CMPIBroker* mb, const CMPIContext*, const char*, const CMPIInstance*) {
+CMPIStatus deliverIndication(const CMPIBroker* mb, const CMPIContext*, const char*,
+                             const CMPIInstance*) {
   return guarded([&] {
     brokerOf(mb);
     return status(CMPI_RC_ERR_NOT_SUPPORTED);
   });
 }
 
-CMPIEnumeration* enumerateInstanceNames(const CMPIBroker* mb, const CMPIContext* ctx, const CMPIObjectPath* op,
-                                        CMPIStatus* rc) {
+CMPIEnumeration* enumerateInstanceNames(const CMPIBroker* mb, const CMPIContext* ctx,
+                                        const CMPIObjectPath* op, CMPIStatus* rc) {
   return guardedValue<CMPIEnumeration*>(rc, nullptr, [&] {
     Broker& b = brokerOf(mb);
     return enumeration(b, route(b, ctx, request(Op::EnumerateInstanceNames, op)), rc);
   });
 }
 
-CMPIEnumeration* enumerateInstances(const CMPIBroker* mb, const CMPIContext* ctx, const CMPIObjectPath* op,
-                                    const char** properties, CMPIStatus* rc) {
+CMPIEnumeration* enumerateInstances(const CMPIBroker* mb, const CMPIContext* ctx,
+                                    const CMPIObjectPath* op, const char** properties,
+                                    CMPIStatus* rc) {
   return guardedValue<CMPIEnumeration*>(rc, nullptr, [&] {
     Broker& b = brokerOf(mb);
     Request req = request(Op::EnumerateInstances, op);
@@ -135,8 +137,8 @@ CMPIInstance* getInstance(const CMPIBroker* mb, const CMPIContext* ctx, const CM
   });
 }
 
-CMPIObjectPath* createInstance(const CMPIBroker* mb, const CMPIContext* ctx, const CMPIObjectPath* op,
-                               const CMPIInstance* inst, CMPIStatus* rc) {
+CMPIObjectPath* createInstance(const CMPIBroker* mb, const CMPIContext* ctx,
+                               const CMPIObjectPath* op, const CMPIInstance* inst, CMPIStatus* rc) {
   return guardedValue<CMPIObjectPath*>(rc, nullptr, [&]() -> CMPIObjectPath* {
     Broker& b = brokerOf(mb);
     Request req = request(Op::CreateInstance, op);
@@ -198,9 +200,10 @@ CMPIEnumeration* associators(const CMPIBroker* mb, const CMPIContext* ctx, const
   });
 }
 
-CMPIEnumeration* associatorNames(const CMPIBroker* mb, const CMPIContext* ctx, const CMPIObjectPath* op,
-                                 const char* assocClass, const char* resultClass, const char* role,
-                                 const char* resultRole, CMPIStatus* rc) {
+CMPIEnumeration* associatorNames(const CMPIBroker* mb, const CMPIContext* ctx,
+                                 const CMPIObjectPath* op, const char* assocClass,
+                                 const char* resultClass, const char* role, const char* resultRole,
+                                 CMPIStatus* rc) {
   return guardedValue<CMPIEnumeration*>(rc, nullptr, [&] {
     Broker& b = brokerOf(mb);
     Request req = request(Op::AssociatorNames, op);
@@ -213,7 +216,8 @@ CMPIEnumeration* associatorNames(const CMPIBroker* mb, const CMPIContext* ctx, c
 }
 
 CMPIEnumeration* references(const CMPIBroker* mb, const CMPIContext* ctx, const CMPIObjectPath* op,
-                            const char* resultClass, const char* role, const char** properties, CMPIStatus* rc) {
+                            const char* resultClass, const char* role, const char** properties,
+                            CMPIStatus* rc) {
   return guardedValue<CMPIEnumeration*>(rc, nullptr, [&] {
     Broker& b = brokerOf(mb);
     Request req = request(Op::References, op);
@@ -224,8 +228,9 @@ CMPIEnumeration* references(const CMPIBroker* mb, const CMPIContext* ctx, const 
   });
 }
 
-CMPIEnumeration* referenceNames(const CMPIBroker* mb, const CMPIContext* ctx, const CMPIObjectPath* op,
-                                const char* resultClass, const char* role, CMPIStatus* rc) {
+CMPIEnumeration* referenceNames(const CMPIBroker* mb, const CMPIContext* ctx,
+                                const CMPIObjectPath* op, const char* resultClass, const char* role,
+                                CMPIStatus* rc) {
   return guardedValue<CMPIEnumeration*>(rc, nullptr, [&] {
     Broker& b = brokerOf(mb);
     Request req = request(Op::ReferenceNames, op);
@@ -235,8 +240,8 @@ CMPIEnumeration* referenceNames(const CMPIBroker* mb, const CMPIContext* ctx, co
   });
 }
 
-CMPIData invokeMethod(const CMPIBroker* mb, const CMPIContext* ctx, const CMPIObjectPath* op, const char* method,
-                      const CMPIArgs* in, CMPIArgs* out, CMPIStatus* rc) {
+CMPIData invokeMethod(const CMPIBroker* mb, const CMPIContext* ctx, const CMPIObjectPath* op,
+                      const char* method, const CMPIArgs* in, CMPIArgs* out, CMPIStatus* rc) {
   return guardedValue<CMPIData>(rc, nullData(), [&] {
     Broker& b = brokerOf(mb);
     if (method == nullptr) throw RcError(CMPI_RC_ERR_INVALID_PARAMETER);
@@ -248,7 +253,8 @@ CMPIData invokeMethod(const CMPIBroker* mb, const CMPIContext* ctx, const CMPIOb
       for (CMPICount i = 0; i < n && st.rc == CMPI_RC_OK; ++i) {
         CMPIString* name = nullptr;
         const CMPIData d = in->ft->getArgAt(in, i, &name, &st);
-        if (st.rc == CMPI_RC_OK) req.in.push_back(NamedValue{readString(name).value_or(""), readData(d)});
+        if (st.rc == CMPI_RC_OK)
+          req.in.push_back(NamedValue{readString(name).value_or(""), readData(d)});
       }
     }
     const Outcome result = route(b, ctx, req);
@@ -275,7 +281,8 @@ CMPIStatus setProperty(const CMPIBroker* mb, const CMPIContext*, const CMPIObjec
   });
 }
 
-CMPIData getProperty(const CMPIBroker* mb, const CMPIContext*, const CMPIObjectPath*, const char*, CMPIStatus* rc) {
+CMPIData getProperty(const CMPIBroker* mb, const CMPIContext*, const CMPIObjectPath*, const char*,
+                     CMPIStatus* rc) {
   setStatus(rc, Broker::of(mb) ? CMPI_RC_ERR_NOT_SUPPORTED : CMPI_RC_ERR_INVALID_HANDLE);
   return nullData();
 }

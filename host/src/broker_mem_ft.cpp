@@ -34,7 +34,8 @@ void* cmpiMalloc(const CMPIBroker* mb, size_t size) {
 
 void* cmpiCalloc(const CMPIBroker* mb, size_t nElems, size_t sizeElem) {
   Broker* b = brokerOf(mb);
-  if (b == nullptr || (sizeElem != 0 && nElems > static_cast<size_t>(-1) / sizeElem)) return nullptr;
+  if (b == nullptr || (sizeElem != 0 && nElems > static_cast<size_t>(-1) / sizeElem))
+    return nullptr;
   return b->store().allocate(nElems * sizeElem, true);
 }
 
@@ -64,7 +65,9 @@ void freeObject(const CMPIBroker* mb, Face* face) {
 }
 
 void freeInstance(const CMPIBroker* mb, CMPIInstance* inst) { freeObject<InstanceObj>(mb, inst); }
-void freeObjectPath(const CMPIBroker* mb, CMPIObjectPath* obj) { freeObject<ObjectPathObj>(mb, obj); }
+void freeObjectPath(const CMPIBroker* mb, CMPIObjectPath* obj) {
+  freeObject<ObjectPathObj>(mb, obj);
+}
 void freeArgs(const CMPIBroker* mb, CMPIArgs* args) { freeObject<ArgsObj>(mb, args); }
 void freeString(const CMPIBroker* mb, CMPIString* str) { freeObject<StringObj>(mb, str); }
 void freeArray(const CMPIBroker* mb, CMPIArray* array) { freeObject<ArrayObj>(mb, array); }

@@ -4,7 +4,8 @@
 
 namespace zeda::host::detail {
 
-ArgsObj::ArgsObj(Broker& b, std::vector<NamedValue> a) : Enc(b, &b.tables().args), args(std::move(a)) {}
+ArgsObj::ArgsObj(Broker& b, std::vector<NamedValue> a)
+    : Enc(b, &b.tables().args), args(std::move(a)) {}
 
 ArgsObj* makeArgs(Broker& b, std::vector<NamedValue> args) {
   return b.store().adopt(std::make_unique<ArgsObj>(b, std::move(args)));
@@ -21,10 +22,12 @@ ArgsObj& self(const CMPIArgs* as) {
 CMPIStatus release(CMPIArgs* as) { return releaseFace<ArgsObj>(as); }
 
 CMPIArgs* clone(const CMPIArgs* as, CMPIStatus* rc) {
-  return cloneFace<ArgsObj>(as, rc, [](const ArgsObj& o) { return std::make_unique<ArgsObj>(o.broker(), o.args); });
+  return cloneFace<ArgsObj>(
+      as, rc, [](const ArgsObj& o) { return std::make_unique<ArgsObj>(o.broker(), o.args); });
 }
 
-CMPIStatus addArg(const CMPIArgs* as, const char* name, const CMPIValue* value, const CMPIType type) {
+CMPIStatus addArg(const CMPIArgs* as, const char* name, const CMPIValue* value,
+                  const CMPIType type) {
   return guarded([&] {
     ArgsObj& o = self(as);
     if (name == nullptr) return status(CMPI_RC_ERR_INVALID_PARAMETER);

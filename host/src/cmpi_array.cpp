@@ -5,7 +5,8 @@
 namespace zeda::host::detail {
 
 ArrayObj::ArrayObj(Broker& b, CMPIType type, std::vector<Value> elems)
-    : Enc(b, &b.tables().array), elementType(storedType(static_cast<CMPIType>(type & ~CMPI_ARRAY))),
+    : Enc(b, &b.tables().array),
+      elementType(storedType(static_cast<CMPIType>(type & ~CMPI_ARRAY))),
       elements(std::move(elems)) {}
 
 ArrayObj* makeArray(Broker& b, CMPIType elementType, std::vector<Value> elements) {
@@ -17,8 +18,9 @@ namespace {
 CMPIStatus release(CMPIArray* a) { return releaseFace<ArrayObj>(a); }
 
 CMPIArray* clone(const CMPIArray* a, CMPIStatus* rc) {
-  return cloneFace<ArrayObj>(
-      a, rc, [](const ArrayObj& o) { return std::make_unique<ArrayObj>(o.broker(), o.elementType, o.elements); });
+  return cloneFace<ArrayObj>(a, rc, [](const ArrayObj& o) {
+    return std::make_unique<ArrayObj>(o.broker(), o.elementType, o.elements);
+  });
 }
 
 CMPICount getSize(const CMPIArray* a, CMPIStatus* rc) {

@@ -4,7 +4,8 @@
 
 namespace zeda::host::detail {
 
-ContextObj::ContextObj(Broker& b, std::vector<NamedValue> e) : Enc(b, &b.tables().context), entries(std::move(e)) {}
+ContextObj::ContextObj(Broker& b, std::vector<NamedValue> e)
+    : Enc(b, &b.tables().context), entries(std::move(e)) {}
 
 ContextObj* makeContext(Broker& b, std::vector<NamedValue> entries) {
   return b.store().adopt(std::make_unique<ContextObj>(b, std::move(entries)));
@@ -21,8 +22,9 @@ ContextObj& self(const CMPIContext* ctx) {
 CMPIStatus release(CMPIContext* ctx) { return releaseFace<ContextObj>(ctx); }
 
 CMPIContext* clone(const CMPIContext* ctx, CMPIStatus* rc) {
-  return cloneFace<ContextObj>(ctx, rc,
-                               [](const ContextObj& o) { return std::make_unique<ContextObj>(o.broker(), o.entries); });
+  return cloneFace<ContextObj>(ctx, rc, [](const ContextObj& o) {
+    return std::make_unique<ContextObj>(o.broker(), o.entries);
+  });
 }
 
 CMPIData getEntry(const CMPIContext* ctx, const char* name, CMPIStatus* rc) {
@@ -56,7 +58,8 @@ CMPICount getEntryCount(const CMPIContext* ctx, CMPIStatus* rc) {
   });
 }
 
-CMPIStatus addEntry(const CMPIContext* ctx, const char* name, const CMPIValue* value, const CMPIType type) {
+CMPIStatus addEntry(const CMPIContext* ctx, const char* name, const CMPIValue* value,
+                    const CMPIType type) {
   return guarded([&] {
     ContextObj& o = self(ctx);
     if (name == nullptr) return status(CMPI_RC_ERR_INVALID_PARAMETER);

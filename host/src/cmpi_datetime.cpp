@@ -63,10 +63,11 @@ bool parseDateTime(const std::string& text, std::uint64_t& micros, bool& interva
   }
   if (text[21] != '+' && text[21] != '-') return false;
   std::uint64_t year = 0, month = 0, day = 0;
-  if (!digits(text, 0, 4, year) || !digits(text, 4, 2, month) || !digits(text, 6, 2, day)) return false;
+  if (!digits(text, 0, 4, year) || !digits(text, 4, 2, month) || !digits(text, 6, 2, day))
+    return false;
   if (month < 1 || month > 12 || day < 1 || day > 31) return false;
-  const std::int64_t days =
-      daysFromCivil(static_cast<std::int64_t>(year), static_cast<unsigned>(month), static_cast<unsigned>(day));
+  const std::int64_t days = daysFromCivil(static_cast<std::int64_t>(year),
+                                          static_cast<unsigned>(month), static_cast<unsigned>(day));
   // Local time = UTC + offset, so UTC = local - offset.
   const std::int64_t offsetMinutes = (text[21] == '+' ? 1 : -1) * static_cast<std::int64_t>(tail);
   const std::int64_t total = days * static_cast<std::int64_t>(kSecondsPerDay * kMicrosPerSecond) +
@@ -85,15 +86,19 @@ std::string formatDateTime(std::uint64_t micros, bool interval) {
   const std::uint64_t secs = totalSeconds % kSecondsPerDay;
   char buf[40];
   if (interval) {
-    std::snprintf(buf, sizeof buf, "%08llu%02llu%02llu%02llu.%06llu:000", static_cast<unsigned long long>(days % 100000000),
-                  static_cast<unsigned long long>(secs / 3600), static_cast<unsigned long long>(secs / 60 % 60),
+    std::snprintf(buf, sizeof buf, "%08llu%02llu%02llu%02llu.%06llu:000",
+                  static_cast<unsigned long long>(days % 100000000),
+                  static_cast<unsigned long long>(secs / 3600),
+                  static_cast<unsigned long long>(secs / 60 % 60),
                   static_cast<unsigned long long>(secs % 60), static_cast<unsigned long long>(us));
   } else {
     std::int64_t y = 0;
     unsigned m = 0, d = 0;
     civilFromDays(static_cast<std::int64_t>(days), y, m, d);
-    std::snprintf(buf, sizeof buf, "%04lld%02u%02u%02llu%02llu%02llu.%06llu+000", static_cast<long long>(y % 10000), m,
-                  d, static_cast<unsigned long long>(secs / 3600), static_cast<unsigned long long>(secs / 60 % 60),
+    std::snprintf(buf, sizeof buf, "%04lld%02u%02u%02llu%02llu%02llu.%06llu+000",
+                  static_cast<long long>(y % 10000), m, d,
+                  static_cast<unsigned long long>(secs / 3600),
+                  static_cast<unsigned long long>(secs / 60 % 60),
                   static_cast<unsigned long long>(secs % 60), static_cast<unsigned long long>(us));
   }
   return buf;
@@ -102,7 +107,8 @@ std::string formatDateTime(std::uint64_t micros, bool interval) {
 DateTimeObj::DateTimeObj(Broker& b, std::uint64_t us, bool iv, std::optional<std::string> t)
     : Enc(b, &b.tables().dateTime), micros(us), interval(iv), text(std::move(t)) {}
 
-DateTimeObj* makeDateTime(Broker& b, std::uint64_t micros, bool interval, std::optional<std::string> text) {
+DateTimeObj* makeDateTime(Broker& b, std::uint64_t micros, bool interval,
+                          std::optional<std::string> text) {
   return b.store().adopt(std::make_unique<DateTimeObj>(b, micros, interval, std::move(text)));
 }
 
@@ -131,7 +137,8 @@ CMPIString* getStringFormat(const CMPIDateTime* dt, CMPIStatus* rc) {
     DateTimeObj* o = unwrap<DateTimeObj>(dt);
     if (o == nullptr) throw RcError(CMPI_RC_ERR_INVALID_HANDLE);
     setStatus(rc, CMPI_RC_OK);
-    return makeString(o->broker(), o->text ? *o->text : formatDateTime(o->micros, o->interval))->face();
+    return makeString(o->broker(), o->text ? *o->text : formatDateTime(o->micros, o->interval))
+        ->face();
   });
 }
 
@@ -158,7 +165,8 @@ void fillDateTimeFT(CMPIDateTimeFT& ft) {
 
 std::uint64_t nowMicros() {
   const auto now = std::chrono::system_clock::now().time_since_epoch();
-  return static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::microseconds>(now).count());
+  return static_cast<std::uint64_t>(
+      std::chrono::duration_cast<std::chrono::microseconds>(now).count());
 }
 
 }  // namespace zeda::host::detail

@@ -4,7 +4,8 @@
 
 namespace zeda::host::detail {
 
-EnumerationObj::EnumerationObj(Broker& b, std::vector<Value> i) : Enc(b, &b.tables().enumeration), items(std::move(i)) {}
+EnumerationObj::EnumerationObj(Broker& b, std::vector<Value> i)
+    : Enc(b, &b.tables().enumeration), items(std::move(i)) {}
 
 EnumerationObj* makeEnumeration(Broker& b, std::vector<Value> items) {
   return b.store().adopt(std::make_unique<EnumerationObj>(b, std::move(items)));
@@ -50,7 +51,8 @@ CMPIBoolean hasNext(const CMPIEnumeration* en, CMPIStatus* rc) {
 CMPIArray* toArray(const CMPIEnumeration* en, CMPIStatus* rc) {
   return guardedValue<CMPIArray*>(rc, nullptr, [&]() -> CMPIArray* {
     EnumerationObj& o = self(en);
-    const CMPIType type = o.items.empty() ? static_cast<CMPIType>(CMPI_instance) : o.items.front().type();
+    const CMPIType type =
+        o.items.empty() ? static_cast<CMPIType>(CMPI_instance) : o.items.front().type();
     CMPIArray* a = makeArray(o.broker(), type, o.items)->face();
     setStatus(rc, CMPI_RC_OK);
     return a;

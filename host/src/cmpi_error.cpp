@@ -51,7 +51,8 @@ T field(const CMPIError* er, CMPIStatus* rc, T fallback, T ErrorObj::*member) {
 }
 
 // Getter of a text field: a new string, or NULL (status OK) when unset.
-CMPIString* text(const CMPIError* er, CMPIStatus* rc, std::optional<std::string> ErrorObj::*member) {
+CMPIString* text(const CMPIError* er, CMPIStatus* rc,
+                 std::optional<std::string> ErrorObj::*member) {
   return guardedValue<CMPIString*>(rc, nullptr, [&]() -> CMPIString* {
     ErrorObj& o = self(er);
     setStatus(rc, CMPI_RC_OK);
@@ -96,10 +97,18 @@ CMPIStatus setArray(CMPIError* er, const CMPIArray* value, std::optional<Value> 
 CMPIErrorType getErrorType(const CMPIError* er, CMPIStatus* rc) {
   return field(er, rc, UnknownErrorType, &ErrorObj::errorType);
 }
-CMPIString* getOtherErrorType(const CMPIError* er, CMPIStatus* rc) { return text(er, rc, &ErrorObj::otherErrorType); }
-CMPIString* getOwningEntity(const CMPIError* er, CMPIStatus* rc) { return text(er, rc, &ErrorObj::owningEntity); }
-CMPIString* getMessageID(const CMPIError* er, CMPIStatus* rc) { return text(er, rc, &ErrorObj::messageId); }
-CMPIString* getMessage(const CMPIError* er, CMPIStatus* rc) { return text(er, rc, &ErrorObj::message); }
+CMPIString* getOtherErrorType(const CMPIError* er, CMPIStatus* rc) {
+  return text(er, rc, &ErrorObj::otherErrorType);
+}
+CMPIString* getOwningEntity(const CMPIError* er, CMPIStatus* rc) {
+  return text(er, rc, &ErrorObj::owningEntity);
+}
+CMPIString* getMessageID(const CMPIError* er, CMPIStatus* rc) {
+  return text(er, rc, &ErrorObj::messageId);
+}
+CMPIString* getMessage(const CMPIError* er, CMPIStatus* rc) {
+  return text(er, rc, &ErrorObj::message);
+}
 CMPIErrorSeverity getPerceivedSeverity(const CMPIError* er, CMPIStatus* rc) {
   return field(er, rc, ErrorSevUnknown, &ErrorObj::severity);
 }
@@ -112,7 +121,9 @@ CMPIString* getProbableCauseDescription(const CMPIError* er, CMPIStatus* rc) {
 CMPIArray* getRecommendedActions(const CMPIError* er, CMPIStatus* rc) {
   return array(er, rc, &ErrorObj::recommendedActions);
 }
-CMPIString* getErrorSource(const CMPIError* er, CMPIStatus* rc) { return text(er, rc, &ErrorObj::errorSource); }
+CMPIString* getErrorSource(const CMPIError* er, CMPIStatus* rc) {
+  return text(er, rc, &ErrorObj::errorSource);
+}
 CMPIErrorSrcFormat getErrorSourceFormat(const CMPIError* er, CMPIStatus* rc) {
   return field(er, rc, CMPIErrSrcUnknown, &ErrorObj::errorSourceFormat);
 }
@@ -135,14 +146,18 @@ CMPIStatus setErrorType(CMPIError* er, const CMPIErrorType et) {
     return status(CMPI_RC_OK);
   });
 }
-CMPIStatus setOtherErrorType(CMPIError* er, const char* ot) { return setText(er, ot, &ErrorObj::otherErrorType); }
+CMPIStatus setOtherErrorType(CMPIError* er, const char* ot) {
+  return setText(er, ot, &ErrorObj::otherErrorType);
+}
 CMPIStatus setProbableCauseDescription(CMPIError* er, const char* pcd) {
   return setText(er, pcd, &ErrorObj::probableCauseDescription);
 }
 CMPIStatus setRecommendedActions(CMPIError* er, const CMPIArray* ra) {
   return setArray(er, ra, &ErrorObj::recommendedActions);
 }
-CMPIStatus setErrorSource(CMPIError* er, const char* es) { return setText(er, es, &ErrorObj::errorSource); }
+CMPIStatus setErrorSource(CMPIError* er, const char* es) {
+  return setText(er, es, &ErrorObj::errorSource);
+}
 CMPIStatus setErrorSourceFormat(CMPIError* er, const CMPIErrorSrcFormat esf) {
   return guarded([&] {
     self(er).errorSourceFormat = esf;

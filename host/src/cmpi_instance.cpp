@@ -5,7 +5,8 @@
 
 namespace zeda::host::detail {
 
-InstanceObj::InstanceObj(Broker& b, Instance i) : Enc(b, &b.tables().instance), inst(std::move(i)) {}
+InstanceObj::InstanceObj(Broker& b, Instance i)
+    : Enc(b, &b.tables().instance), inst(std::move(i)) {}
 
 bool InstanceObj::admits(std::string_view name) const {
   if (!propertyFilter) return true;
@@ -73,7 +74,8 @@ CMPICount getPropertyCount(const CMPIInstance* ci, CMPIStatus* rc) {
   });
 }
 
-CMPIStatus setProperty(const CMPIInstance* ci, const char* name, const CMPIValue* value, CMPIType type) {
+CMPIStatus setProperty(const CMPIInstance* ci, const char* name, const CMPIValue* value,
+                       CMPIType type) {
   return guarded([&] {
     InstanceObj& o = self(ci);
     if (name == nullptr) return status(CMPI_RC_ERR_INVALID_PARAMETER);
@@ -112,7 +114,8 @@ CMPIStatus setObjectPath(CMPIInstance* ci, const CMPIObjectPath* op) {
 }
 
 CMPIStatus setPropertyWithOrigin(const CMPIInstance* ci, const char* name, const CMPIValue* value,
-                                 const CMPIType type, const char* /*origin: no class repository to record it*/) {
+                                 const CMPIType type,
+                                 const char* /*origin: no class repository to record it*/) {
   return setProperty(ci, name, value, type);
 }
 
@@ -120,7 +123,9 @@ CMPIStatus setPropertyWithOrigin(const CMPIInstance* ci, const char* name, const
 
 const Instance* ownInstance(const CMPIInstance* ci) {
   // Every broker's instance table has this getPropertyAt: the face is one of ours.
-  if (ci == nullptr || ci->hdl == nullptr || ci->ft == nullptr || ci->ft->getPropertyAt != getPropertyAt) return nullptr;
+  if (ci == nullptr || ci->hdl == nullptr || ci->ft == nullptr ||
+      ci->ft->getPropertyAt != getPropertyAt)
+    return nullptr;
   return &unwrap<InstanceObj>(ci)->inst;
 }
 

@@ -24,8 +24,9 @@ ObjectPathObj& self(const CMPIObjectPath* op) {
 CMPIStatus release(CMPIObjectPath* op) { return releaseFace<ObjectPathObj>(op); }
 
 CMPIObjectPath* clone(const CMPIObjectPath* op, CMPIStatus* rc) {
-  return cloneFace<ObjectPathObj>(
-      op, rc, [](const ObjectPathObj& o) { return std::make_unique<ObjectPathObj>(o.broker(), o.path, o.host); });
+  return cloneFace<ObjectPathObj>(op, rc, [](const ObjectPathObj& o) {
+    return std::make_unique<ObjectPathObj>(o.broker(), o.path, o.host);
+  });
 }
 
 CMPIStatus setNameSpace(CMPIObjectPath* op, const char* ns) {
@@ -37,7 +38,8 @@ CMPIStatus setNameSpace(CMPIObjectPath* op, const char* ns) {
   });
 }
 
-CMPIString* stringResult(const CMPIObjectPath* op, CMPIStatus* rc, std::string (*get)(const ObjectPathObj&)) {
+CMPIString* stringResult(const CMPIObjectPath* op, CMPIStatus* rc,
+                         std::string (*get)(const ObjectPathObj&)) {
   return guardedValue<CMPIString*>(rc, nullptr, [&]() -> CMPIString* {
     ObjectPathObj& o = self(op);
     CMPIString* s = makeString(o.broker(), get(o))->face();
@@ -76,7 +78,8 @@ CMPIString* getClassName(const CMPIObjectPath* op, CMPIStatus* rc) {
   return stringResult(op, rc, [](const ObjectPathObj& o) { return o.path.className(); });
 }
 
-CMPIStatus addKey(CMPIObjectPath* op, const char* name, const CMPIValue* value, const CMPIType type) {
+CMPIStatus addKey(CMPIObjectPath* op, const char* name, const CMPIValue* value,
+                  const CMPIType type) {
   return guarded([&] {
     ObjectPathObj& o = self(op);
     if (name == nullptr) return status(CMPI_RC_ERR_INVALID_PARAMETER);
@@ -161,7 +164,8 @@ CMPIData getPropertyQualifier(const CMPIObjectPath* op, const char*, const char*
 CMPIData getMethodQualifier(const CMPIObjectPath* op, const char*, const char*, CMPIStatus* rc) {
   return getClassQualifier(op, nullptr, rc);
 }
-CMPIData getParameterQualifier(const CMPIObjectPath* op, const char*, const char*, const char*, CMPIStatus* rc) {
+CMPIData getParameterQualifier(const CMPIObjectPath* op, const char*, const char*, const char*,
+                               CMPIStatus* rc) {
   return getClassQualifier(op, nullptr, rc);
 }
 
@@ -173,7 +177,9 @@ CMPIString* toString(const CMPIObjectPath* op, CMPIStatus* rc) {
 
 const ObjectPath* ownObjectPath(const CMPIObjectPath* op) {
   // Every broker's path table has this getNameSpace: the face is one of ours.
-  if (op == nullptr || op->hdl == nullptr || op->ft == nullptr || op->ft->getNameSpace != getNameSpace) return nullptr;
+  if (op == nullptr || op->hdl == nullptr || op->ft == nullptr ||
+      op->ft->getNameSpace != getNameSpace)
+    return nullptr;
   return &unwrap<ObjectPathObj>(op)->path;
 }
 

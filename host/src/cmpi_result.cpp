@@ -4,7 +4,8 @@
 
 namespace zeda::host::detail {
 
-ResultObj::ResultObj(Broker& b, Outcome& o, ResultSink& s) : Enc(b, &b.tables().result), outcome(&o), sink(&s) {}
+ResultObj::ResultObj(Broker& b, Outcome& o, ResultSink& s)
+    : Enc(b, &b.tables().result), outcome(&o), sink(&s) {}
 
 ResultObj* makeResult(Broker& b, Outcome& outcome, ResultSink& sink) {
   return b.store().adopt(std::make_unique<ResultObj>(b, outcome, sink));

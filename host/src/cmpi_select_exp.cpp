@@ -16,8 +16,9 @@ namespace {
 CMPIStatus release(CMPISelectExp* se) { return releaseFace<SelectExpObj>(se); }
 
 CMPISelectExp* clone(const CMPISelectExp* se, CMPIStatus* rc) {
-  return cloneFace<SelectExpObj>(
-      se, rc, [](const SelectExpObj& o) { return std::make_unique<SelectExpObj>(o.broker(), o.query, o.language); });
+  return cloneFace<SelectExpObj>(se, rc, [](const SelectExpObj& o) {
+    return std::make_unique<SelectExpObj>(o.broker(), o.query, o.language);
+  });
 }
 
 CMPIrc notSupported(const CMPISelectExp* se) {

@@ -5,7 +5,8 @@
 namespace zeda::host::detail {
 
 StringObj::StringObj(Broker& b, std::optional<std::string> t)
-    : Enc(b, &b.tables().string), text(t ? Value::string(std::move(*t)) : Value::null(type::string)) {}
+    : Enc(b, &b.tables().string),
+      text(t ? Value::string(std::move(*t)) : Value::null(type::string)) {}
 
 StringObj::StringObj(Broker& b, Value t) : Enc(b, &b.tables().string), text(std::move(t)) {}
 
@@ -18,7 +19,8 @@ namespace {
 CMPIStatus release(CMPIString* s) { return releaseFace<StringObj>(s); }
 
 CMPIString* clone(const CMPIString* s, CMPIStatus* rc) {
-  return cloneFace<StringObj>(s, rc, [](const StringObj& o) { return std::make_unique<StringObj>(o.broker(), o.text); });
+  return cloneFace<StringObj>(
+      s, rc, [](const StringObj& o) { return std::make_unique<StringObj>(o.broker(), o.text); });
 }
 
 char* getCharPtr(const CMPIString* s, CMPIStatus* rc) {
@@ -36,7 +38,8 @@ char* getCharPtr(const CMPIString* s, CMPIStatus* rc) {
 
 const Value* ownStringText(const CMPIString* s) {
   // Every broker's string table has this getCharPtr: the face is one of ours.
-  if (s == nullptr || s->hdl == nullptr || s->ft == nullptr || s->ft->getCharPtr != getCharPtr) return nullptr;
+  if (s == nullptr || s->hdl == nullptr || s->ft == nullptr || s->ft->getCharPtr != getCharPtr)
+    return nullptr;
   return &unwrap<StringObj>(s)->text;
 }
 

@@ -15,29 +15,43 @@ namespace {
 
 void check(const CMPIStatus& st, const char* what) {
   if (st.rc != CMPI_RC_OK) {
-    throw std::runtime_error(std::string(what) + " failed with CMPI status " + std::to_string(st.rc));
+    throw std::runtime_error(std::string(what) + " failed with CMPI status " +
+                             std::to_string(st.rc));
   }
 }
 
 Value readScalar(const CMPIData& data, CMPIType type) {
   const CMPIValue& v = data.value;
   switch (type) {
-    case CMPI_boolean: return Value::boolean(v.boolean != 0);
-    case CMPI_char16: return Value::char16(v.char16);
-    case CMPI_uint8: return Value::uint8(v.uint8);
-    case CMPI_uint16: return Value::uint16(v.uint16);
-    case CMPI_uint32: return Value::uint32(v.uint32);
-    case CMPI_uint64: return Value::uint64(v.uint64);
-    case CMPI_sint8: return Value::sint8(v.sint8);
-    case CMPI_sint16: return Value::sint16(v.sint16);
-    case CMPI_sint32: return Value::sint32(v.sint32);
-    case CMPI_sint64: return Value::sint64(v.sint64);
-    case CMPI_real32: return Value::real32(v.real32);
-    case CMPI_real64: return Value::real64(v.real64);
+    case CMPI_boolean:
+      return Value::boolean(v.boolean != 0);
+    case CMPI_char16:
+      return Value::char16(v.char16);
+    case CMPI_uint8:
+      return Value::uint8(v.uint8);
+    case CMPI_uint16:
+      return Value::uint16(v.uint16);
+    case CMPI_uint32:
+      return Value::uint32(v.uint32);
+    case CMPI_uint64:
+      return Value::uint64(v.uint64);
+    case CMPI_sint8:
+      return Value::sint8(v.sint8);
+    case CMPI_sint16:
+      return Value::sint16(v.sint16);
+    case CMPI_sint32:
+      return Value::sint32(v.sint32);
+    case CMPI_sint64:
+      return Value::sint64(v.sint64);
+    case CMPI_real32:
+      return Value::real32(v.real32);
+    case CMPI_real64:
+      return Value::real64(v.real64);
     case CMPI_chars:
       return v.chars == nullptr ? Value::null(CMPI_string) : Value::string(v.chars);
     case CMPI_string: {
-      if (v.string == nullptr || v.string->hdl == nullptr) throw RcError(CMPI_RC_ERR_INVALID_HANDLE);
+      if (v.string == nullptr || v.string->hdl == nullptr)
+        throw RcError(CMPI_RC_ERR_INVALID_HANDLE);
       if (const Value* own = detail::ownStringText(v.string)) return *own;  // shared, not copied
       auto text = detail::readString(v.string);
       return text ? Value::string(std::move(*text)) : Value::null(CMPI_string);
@@ -57,7 +71,8 @@ Value readScalar(const CMPIData& data, CMPIType type) {
     case CMPI_instance:
       if (v.inst == nullptr || v.inst->hdl == nullptr) throw RcError(CMPI_RC_ERR_INVALID_HANDLE);
       return Value::instance(readInstance(v.inst));
-    default: throw RcError(CMPI_RC_ERR_INVALID_DATA_TYPE);
+    default:
+      throw RcError(CMPI_RC_ERR_INVALID_DATA_TYPE);
   }
 }
 
@@ -90,7 +105,8 @@ Value readData(const CMPIData& data) {
 }
 
 ObjectPath readObjectPath(const CMPIObjectPath* path) {
-  if (path == nullptr || path->hdl == nullptr) throw std::runtime_error("null or released CMPIObjectPath");
+  if (path == nullptr || path->hdl == nullptr)
+    throw std::runtime_error("null or released CMPIObjectPath");
   if (const ObjectPath* own = detail::ownObjectPath(path)) return *own;
   CMPIStatus st{CMPI_RC_OK, nullptr};
   auto ns = detail::readString(path->ft->getNameSpace(path, &st));
@@ -110,7 +126,8 @@ ObjectPath readObjectPath(const CMPIObjectPath* path) {
 }
 
 Instance readInstance(const CMPIInstance* instance) {
-  if (instance == nullptr || instance->hdl == nullptr) throw std::runtime_error("null or released CMPIInstance");
+  if (instance == nullptr || instance->hdl == nullptr)
+    throw std::runtime_error("null or released CMPIInstance");
   if (const Instance* own = detail::ownInstance(instance)) return *own;
   CMPIStatus st{CMPI_RC_OK, nullptr};
   const CMPIObjectPath* op = instance->ft->getObjectPath(instance, &st);
@@ -154,30 +171,62 @@ namespace {
 CMPIValue scalarValue(Broker& b, const Value& v) {
   CMPIValue out{};
   switch (v.type()) {
-    case CMPI_boolean: out.boolean = v.b() ? 1 : 0; break;
-    case CMPI_char16: out.char16 = static_cast<CMPIChar16>(v.u()); break;
-    case CMPI_uint8: out.uint8 = static_cast<CMPIUint8>(v.u()); break;
-    case CMPI_uint16: out.uint16 = static_cast<CMPIUint16>(v.u()); break;
-    case CMPI_uint32: out.uint32 = static_cast<CMPIUint32>(v.u()); break;
-    case CMPI_uint64: out.uint64 = v.u(); break;
-    case CMPI_sint8: out.sint8 = static_cast<CMPISint8>(v.s()); break;
-    case CMPI_sint16: out.sint16 = static_cast<CMPISint16>(v.s()); break;
-    case CMPI_sint32: out.sint32 = static_cast<CMPISint32>(v.s()); break;
-    case CMPI_sint64: out.sint64 = v.s(); break;
-    case CMPI_real32: out.real32 = static_cast<CMPIReal32>(v.r()); break;
-    case CMPI_real64: out.real64 = v.r(); break;
+    case CMPI_boolean:
+      out.boolean = v.b() ? 1 : 0;
+      break;
+    case CMPI_char16:
+      out.char16 = static_cast<CMPIChar16>(v.u());
+      break;
+    case CMPI_uint8:
+      out.uint8 = static_cast<CMPIUint8>(v.u());
+      break;
+    case CMPI_uint16:
+      out.uint16 = static_cast<CMPIUint16>(v.u());
+      break;
+    case CMPI_uint32:
+      out.uint32 = static_cast<CMPIUint32>(v.u());
+      break;
+    case CMPI_uint64:
+      out.uint64 = v.u();
+      break;
+    case CMPI_sint8:
+      out.sint8 = static_cast<CMPISint8>(v.s());
+      break;
+    case CMPI_sint16:
+      out.sint16 = static_cast<CMPISint16>(v.s());
+      break;
+    case CMPI_sint32:
+      out.sint32 = static_cast<CMPISint32>(v.s());
+      break;
+    case CMPI_sint64:
+      out.sint64 = v.s();
+      break;
+    case CMPI_real32:
+      out.real32 = static_cast<CMPIReal32>(v.r());
+      break;
+    case CMPI_real64:
+      out.real64 = v.r();
+      break;
     case CMPI_string:
-    case CMPI_chars: out.string = makeString(b, v.str())->face(); break;
+    case CMPI_chars:
+      out.string = makeString(b, v.str())->face();
+      break;
     case CMPI_dateTime: {
       std::uint64_t micros = 0;
       bool interval = false;
-      if (!parseDateTime(v.dateTimeText(), micros, interval)) throw RcError(CMPI_RC_ERR_INVALID_PARAMETER);
+      if (!parseDateTime(v.dateTimeText(), micros, interval))
+        throw RcError(CMPI_RC_ERR_INVALID_PARAMETER);
       out.dateTime = makeDateTime(b, micros, interval, v.dateTimeText())->face();
       break;
     }
-    case CMPI_ref: out.ref = makeObjectPath(b, v.ref())->face(); break;
-    case CMPI_instance: out.inst = makeInstance(b, v.inst())->face(); break;
-    default: throw RcError(CMPI_RC_ERR_INVALID_DATA_TYPE);
+    case CMPI_ref:
+      out.ref = makeObjectPath(b, v.ref())->face();
+      break;
+    case CMPI_instance:
+      out.inst = makeInstance(b, v.inst())->face();
+      break;
+    default:
+      throw RcError(CMPI_RC_ERR_INVALID_DATA_TYPE);
   }
   return out;
 }

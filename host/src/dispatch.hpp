@@ -13,6 +13,7 @@ namespace zeda::host::detail {
 // done flag and the errors. A function missing from the table answers
 // CMPI_RC_ERR_NOT_SUPPORTED. C++ exceptions thrown by the provider are not
 // caught here.
-Outcome drive(Broker& broker, void* mi, const Request& req, const CMPIContext* ctx, ResultSink& sink);
+Outcome drive(Broker& broker, void* mi, const Request& req, const CMPIContext* ctx,
+              ResultSink& sink);
 
 }  // namespace zeda::host::detail

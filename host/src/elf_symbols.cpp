@@ -14,7 +14,8 @@ namespace {
 
 template <typename T>
 T readAt(const std::vector<char>& file, std::size_t offset) {
-  if (offset > file.size() || file.size() - offset < sizeof(T)) throw std::runtime_error("truncated ELF file");
+  if (offset > file.size() || file.size() - offset < sizeof(T))
+    throw std::runtime_error("truncated ELF file");
   T out;
   std::memcpy(&out, file.data() + offset, sizeof(T));
   return out;
@@ -34,7 +35,8 @@ std::vector<std::string> dynamicFunctions(const std::vector<char>& file) {
       const auto sym = readAt<Sym>(file, sh.sh_offset + n * sh.sh_entsize);
       const unsigned char type = Type(sym.st_info);
       const unsigned char bind = Bind(sym.st_info);
-      if (sym.st_shndx == SHN_UNDEF || type != STT_FUNC || (bind != STB_GLOBAL && bind != STB_WEAK)) continue;
+      if (sym.st_shndx == SHN_UNDEF || type != STT_FUNC || (bind != STB_GLOBAL && bind != STB_WEAK))
+        continue;
       const std::size_t at = strtab.sh_offset + sym.st_name;
       if (at >= file.size()) throw std::runtime_error("ELF symbol name out of range");
       const char* begin = file.data() + at;

@@ -20,15 +20,19 @@ std::string valueMof(const Value& v, const std::string& indent) {
   if (auto bare = detail::bareScalarText(v)) return *bare;
   switch (v.type()) {
     case type::string:
-    case type::chars: return detail::mofQuote(v.str());
-    case type::dateTime: return detail::mofQuote(v.dateTimeText());
-    case type::ref: return detail::mofQuote(formatObjectPath(v.ref()));
+    case type::chars:
+      return detail::mofQuote(v.str());
+    case type::dateTime:
+      return detail::mofQuote(v.dateTimeText());
+    case type::ref:
+      return detail::mofQuote(formatObjectPath(v.ref()));
     case type::instance: {
       std::string nested = instanceMof(v.inst(), indent + "    ");
       // Drop the block's closing ";\n": the property line supplies it.
       return nested.substr(0, nested.size() - 2);
     }
-    default: return detail::mofQuote(v.debugString());
+    default:
+      return detail::mofQuote(v.debugString());
   }
 }
 

@@ -27,7 +27,8 @@ std::string localNamespacePath(const std::string& ns) {
   std::size_t start = 0;
   while (start <= ns.size()) {
     const std::size_t slash = ns.find('/', start);
-    const std::string part = ns.substr(start, slash == std::string::npos ? std::string::npos : slash - start);
+    const std::string part =
+        ns.substr(start, slash == std::string::npos ? std::string::npos : slash - start);
     if (!part.empty()) out += "<NAMESPACE" + attr("NAME", part) + "/>";
     if (slash == std::string::npos) break;
     start = slash + 1;
@@ -42,14 +43,20 @@ std::string scalarText(const Value& v) {
   if (auto bare = detail::bareScalarText(v)) return *bare;
   switch (v.type()) {
     case type::string:
-    case type::chars: return v.str();
-    case type::dateTime: return v.dateTimeText();
-    case type::instance: return instanceXml(v.inst());
-    default: return v.debugString();
+    case type::chars:
+      return v.str();
+    case type::dateTime:
+      return v.dateTimeText();
+    case type::instance:
+      return instanceXml(v.inst());
+    default:
+      return v.debugString();
   }
 }
 
-std::string valueReference(const ObjectPath& p) { return "<VALUE.REFERENCE>" + instancePathXml(p) + "</VALUE.REFERENCE>"; }
+std::string valueReference(const ObjectPath& p) {
+  return "<VALUE.REFERENCE>" + instancePathXml(p) + "</VALUE.REFERENCE>";
+}
 
 // VALUE, VALUE.ARRAY or VALUE.REFERENCE (VALUE.NULL inside arrays); empty for
 // a null scalar, which DSP0201 writes as a property without a value element.
@@ -110,15 +117,17 @@ std::string propertyXml(const NamedValue& p) {
            valueElement(v) + "</PROPERTY.ARRAY>";
   }
   if (v.type() == type::ref) {
-    const std::string refClass = v.isNull() ? std::string() : attr("REFERENCECLASS", v.ref().className());
-    return "<PROPERTY.REFERENCE" + attr("NAME", p.name) + refClass + ">" + valueElement(v) + "</PROPERTY.REFERENCE>";
+    const std::string refClass =
+        v.isNull() ? std::string() : attr("REFERENCECLASS", v.ref().className());
+    return "<PROPERTY.REFERENCE" + attr("NAME", p.name) + refClass + ">" + valueElement(v) +
+           "</PROPERTY.REFERENCE>";
   }
   if (v.type() == type::instance) {
-    return "<PROPERTY" + attr("NAME", p.name) + attr("TYPE", "string") + attr("EmbeddedObject", "instance") + ">" +
-           valueElement(v) + "</PROPERTY>";
+    return "<PROPERTY" + attr("NAME", p.name) + attr("TYPE", "string") +
+           attr("EmbeddedObject", "instance") + ">" + valueElement(v) + "</PROPERTY>";
   }
-  return "<PROPERTY" + attr("NAME", p.name) + attr("TYPE", xmlType(v.type())) + ">" + valueElement(v) +
-         "</PROPERTY>";
+  return "<PROPERTY" + attr("NAME", p.name) + attr("TYPE", xmlType(v.type())) + ">" +
+         valueElement(v) + "</PROPERTY>";
 }
 
 std::string instanceXml(const Instance& i) {
@@ -130,7 +139,8 @@ std::string instanceXml(const Instance& i) {
 }  // namespace
 
 std::string instanceToXml(const Instance& i) {
-  return "<VALUE.NAMEDINSTANCE>" + instanceNameXml(i.path()) + instanceXml(i) + "</VALUE.NAMEDINSTANCE>";
+  return "<VALUE.NAMEDINSTANCE>" + instanceNameXml(i.path()) + instanceXml(i) +
+         "</VALUE.NAMEDINSTANCE>";
 }
 
 std::string objectPathToXml(const ObjectPath& p) {

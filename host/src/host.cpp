@@ -8,10 +8,14 @@ namespace zeda::host {
 
 std::string factorySymbol(const std::string& provider, MIKind kind) {
   switch (kind) {
-    case MIKind::Instance: return provider + "_Create_InstanceMI";
-    case MIKind::Association: return provider + "_Create_AssociationMI";
-    case MIKind::Method: return provider + "_Create_MethodMI";
-    case MIKind::Indication: return provider + "_Create_IndicationMI";
+    case MIKind::Instance:
+      return provider + "_Create_InstanceMI";
+    case MIKind::Association:
+      return provider + "_Create_AssociationMI";
+    case MIKind::Method:
+      return provider + "_Create_MethodMI";
+    case MIKind::Indication:
+      return provider + "_Create_IndicationMI";
   }
   return provider;
 }
@@ -40,11 +44,12 @@ CMPIInstanceMI* CreatedMI::instanceMI() const {
 CMPIAssociationMI* CreatedMI::associationMI() const {
   return typedMI<CMPIAssociationMI>(*this, MIKind::Association, "an association MI");
 }
-CMPIMethodMI* CreatedMI::methodMI() const { return typedMI<CMPIMethodMI>(*this, MIKind::Method, "a method MI"); }
+CMPIMethodMI* CreatedMI::methodMI() const {
+  return typedMI<CMPIMethodMI>(*this, MIKind::Method, "a method MI");
+}
 CMPIIndicationMI* CreatedMI::indicationMI() const {
   return typedMI<CMPIIndicationMI>(*this, MIKind::Indication, "an indication MI");
 }
-
 
 Host::Host(const std::string& modulePath, BrokerSettings settings)
     : impl_(std::make_unique<Impl>(modulePath, std::move(settings))) {}
@@ -63,7 +68,9 @@ const std::string& Host::modulePath() const { return impl_->module.path(); }
 const BrokerSettings& Host::settings() const { return impl_->broker.settings(); }
 bool Host::loaded() const { return impl_->module.isOpen(); }
 
-bool Host::hasFactory(const std::string& provider, MIKind kind) const { return impl_->hasFactory(provider, kind); }
+bool Host::hasFactory(const std::string& provider, MIKind kind) const {
+  return impl_->hasFactory(provider, kind);
+}
 
 std::vector<std::string> Host::exportedFactories() const { return impl_->module.factories(); }
 
@@ -72,7 +79,6 @@ CreatedMI Host::createMI(const std::string& provider, MIKind kind) {
   detail::RequestStore objects(impl_->broker);
   return impl_->registry.create(impl_->module, impl_->broker, impl_->ambient, provider, kind);
 }
-
 
 std::vector<Status> Host::unload() {
   impl_->requireLoaded();
@@ -100,7 +106,9 @@ void Host::setContextEntry(const std::string& name, const Value& value) {
 const CMPIBroker* Host::broker() const { return impl_->broker.face(); }
 const CMPIContext* Host::context() const { return impl_->ambient; }
 
-CMPIObjectPath* Host::makeObjectPath(const ObjectPath& path) { return detail::makeObjectPath(impl_->broker, path)->face(); }
+CMPIObjectPath* Host::makeObjectPath(const ObjectPath& path) {
+  return detail::makeObjectPath(impl_->broker, path)->face();
+}
 CMPIInstance* Host::makeInstance(const Instance& instance) {
   return detail::makeInstance(impl_->broker, instance)->face();
 }

@@ -21,7 +21,8 @@ struct Host::Impl final : detail::Router {
   using Op = detail::Op;
   using Request = detail::Request;
 
-  Impl(const std::string& path, BrokerSettings settings) : broker(std::move(settings)), module(path) {
+  Impl(const std::string& path, BrokerSettings settings)
+      : broker(std::move(settings)), module(path) {
     broker.setRouter(this);
     ambient = detail::makeContext(broker, contextEntries(kDefaultNameSpace))->face();
   }
@@ -47,14 +48,16 @@ struct Host::Impl final : detail::Router {
     const CreatedMI created = registry.serving(module, broker, ambient, provider, kind);
     if (created.mi != nullptr && created.status.code == CMPI_RC_OK) return created.mi;
     refused.status = created.status;
-    if (refused.status.code == CMPI_RC_OK) refused.status.code = CMPI_RC_ERR_FAILED;  // NULL MI with rc 0
+    if (refused.status.code == CMPI_RC_OK)
+      refused.status.code = CMPI_RC_ERR_FAILED;  // NULL MI with rc 0
     return nullptr;
   }
 
   // Runs req on provider, results to sink (null: into the outcome); ctx null:
   // a fresh context for the path's namespace. Any number of threads may run
   // requests at once: each has its own objects, result and status.
-  Outcome run(const std::string& provider, const Request& req, const CMPIContext* ctx, ResultSink* sink = nullptr) {
+  Outcome run(const std::string& provider, const Request& req, const CMPIContext* ctx,
+              ResultSink* sink = nullptr) {
     requireLoaded();
     detail::RequestStore objects(broker);
     const MIKind kind = detail::kindOf(req.op);
@@ -63,7 +66,8 @@ struct Host::Impl final : detail::Router {
     if (mi == nullptr) return refused;
     detail::ScopeGuard scope(broker.store());
     if (ctx == nullptr) {
-      const std::string ns = req.path.nameSpace().empty() ? kDefaultNameSpace : req.path.nameSpace();
+      const std::string ns =
+          req.path.nameSpace().empty() ? kDefaultNameSpace : req.path.nameSpace();
       ctx = detail::makeContext(broker, contextEntries(ns))->face();
     }
     if (sink != nullptr) return detail::drive(broker, mi, req, ctx, *sink);
@@ -93,8 +97,9 @@ struct Host::Impl final : detail::Router {
     const MIKind kind = detail::kindOf(req.op);
     std::vector<std::string> providers;
     if (kind == MIKind::Association) {
-      const OptString& assoc =
-          (req.op == Op::References || req.op == Op::ReferenceNames) ? req.resultClass : req.assocClass;
+      const OptString& assoc = (req.op == Op::References || req.op == Op::ReferenceNames)
+                                   ? req.resultClass
+                                   : req.assocClass;
       if (assoc) {
         providers.push_back(*assoc + "Provider");
       } else {

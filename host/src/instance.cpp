@@ -53,6 +53,8 @@ Instance& Instance::setPath(ObjectPath path) {
   return *this;
 }
 
-bool Instance::operator==(const Instance& o) const { return path_ == o.path_ && properties_ == o.properties_; }
+bool Instance::operator==(const Instance& o) const {
+  return path_ == o.path_ && properties_ == o.properties_;
+}
 
 }  // namespace zeda::host

@@ -29,24 +29,57 @@ constexpr Special kSpecial;
 void appendTypeName(std::string& out, TypeCode code) {
   const char* name = nullptr;
   switch (static_cast<TypeCode>(code & ~type::array)) {
-    case type::boolean: name = "boolean"; break;
-    case type::char16: name = "char16"; break;
-    case type::real32: name = "real32"; break;
-    case type::real64: name = "real64"; break;
-    case type::uint8: name = "uint8"; break;
-    case type::uint16: name = "uint16"; break;
-    case type::uint32: name = "uint32"; break;
-    case type::uint64: name = "uint64"; break;
-    case type::sint8: name = "sint8"; break;
-    case type::sint16: name = "sint16"; break;
-    case type::sint32: name = "sint32"; break;
-    case type::sint64: name = "sint64"; break;
-    case type::instance: name = "instance"; break;
-    case type::ref: name = "reference"; break;
+    case type::boolean:
+      name = "boolean";
+      break;
+    case type::char16:
+      name = "char16";
+      break;
+    case type::real32:
+      name = "real32";
+      break;
+    case type::real64:
+      name = "real64";
+      break;
+    case type::uint8:
+      name = "uint8";
+      break;
+    case type::uint16:
+      name = "uint16";
+      break;
+    case type::uint32:
+      name = "uint32";
+      break;
+    case type::uint64:
+      name = "uint64";
+      break;
+    case type::sint8:
+      name = "sint8";
+      break;
+    case type::sint16:
+      name = "sint16";
+      break;
+    case type::sint32:
+      name = "sint32";
+      break;
+    case type::sint64:
+      name = "sint64";
+      break;
+    case type::instance:
+      name = "instance";
+      break;
+    case type::ref:
+      name = "reference";
+      break;
     case type::string:
-    case type::chars: name = "string"; break;
-    case type::dateTime: name = "datetime"; break;
-    default: break;
+    case type::chars:
+      name = "string";
+      break;
+    case type::dateTime:
+      name = "datetime";
+      break;
+    default:
+      break;
   }
   if (name == nullptr) {
     appendJsonString(out, typeName(code));  // null and unknown codes
@@ -112,9 +145,7 @@ void appendNamedList(std::string& out, const std::vector<NamedValue>& list) {
 void appendJsonString(std::string& out, std::string_view s) {
   out += '"';
   std::size_t plain = 0;  // start of the bytes not yet copied
-  const auto flush = [&](std::size_t upTo) {
-    out.append(s.data() + plain, upTo - plain);
-  };
+  const auto flush = [&](std::size_t upTo) { out.append(s.data() + plain, upTo - plain); };
   for (std::size_t i = 0; i < s.size();) {
     const auto byte = static_cast<unsigned char>(s[i]);
     if (!kSpecial.table[byte]) {
@@ -136,13 +167,27 @@ void appendJsonString(std::string& out, std::string_view s) {
     }
     flush(i);
     switch (byte) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\b': out += "\\b"; break;
-      case '\f': out += "\\f"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
+      case '"':
+        out += "\\\"";
+        break;
+      case '\\':
+        out += "\\\\";
+        break;
+      case '\b':
+        out += "\\b";
+        break;
+      case '\f':
+        out += "\\f";
+        break;
+      case '\n':
+        out += "\\n";
+        break;
+      case '\r':
+        out += "\\r";
+        break;
+      case '\t':
+        out += "\\t";
+        break;
       default:
         out += "\\u00";
         out += kHex[byte >> 4];
@@ -172,24 +217,44 @@ void appendJsonValue(std::string& out, const Value& v) {
     return;
   }
   switch (v.type()) {
-    case type::boolean: out += v.b() ? "true" : "false"; return;
+    case type::boolean:
+      out += v.b() ? "true" : "false";
+      return;
     case type::char16:
     case type::uint8:
     case type::uint16:
     case type::uint32:
-    case type::uint64: appendUnsigned(out, v.u()); return;
+    case type::uint64:
+      appendUnsigned(out, v.u());
+      return;
     case type::sint8:
     case type::sint16:
     case type::sint32:
-    case type::sint64: appendSigned(out, v.s()); return;
-    case type::real32: appendReal(out, static_cast<float>(v.r())); return;
-    case type::real64: appendReal(out, v.r()); return;
+    case type::sint64:
+      appendSigned(out, v.s());
+      return;
+    case type::real32:
+      appendReal(out, static_cast<float>(v.r()));
+      return;
+    case type::real64:
+      appendReal(out, v.r());
+      return;
     case type::string:
-    case type::chars: appendJsonString(out, v.str()); return;
-    case type::dateTime: appendJsonString(out, v.dateTimeText()); return;
-    case type::ref: appendJsonPath(out, v.ref()); return;
-    case type::instance: appendJsonInstance(out, v.inst()); return;
-    default: appendJsonString(out, v.debugString()); return;
+    case type::chars:
+      appendJsonString(out, v.str());
+      return;
+    case type::dateTime:
+      appendJsonString(out, v.dateTimeText());
+      return;
+    case type::ref:
+      appendJsonPath(out, v.ref());
+      return;
+    case type::instance:
+      appendJsonInstance(out, v.inst());
+      return;
+    default:
+      appendJsonString(out, v.debugString());
+      return;
   }
 }
 

@@ -18,19 +18,24 @@ std::string realText(const Value& v) {
 
 std::optional<std::string> bareScalarText(const Value& v) {
   switch (v.type()) {
-    case type::boolean: return v.b() ? "TRUE" : "FALSE";
+    case type::boolean:
+      return v.b() ? "TRUE" : "FALSE";
     case type::char16:
     case type::uint8:
     case type::uint16:
     case type::uint32:
-    case type::uint64: return std::to_string(v.u());
+    case type::uint64:
+      return std::to_string(v.u());
     case type::sint8:
     case type::sint16:
     case type::sint32:
-    case type::sint64: return std::to_string(v.s());
+    case type::sint64:
+      return std::to_string(v.s());
     case type::real32:
-    case type::real64: return realText(v);
-    default: return std::nullopt;
+    case type::real64:
+      return realText(v);
+    default:
+      return std::nullopt;
   }
 }
 
@@ -38,17 +43,32 @@ std::string mofQuote(const std::string& s) {
   std::string out = "\"";
   for (const char c : s) {
     switch (c) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
-      case '\b': out += "\\b"; break;
-      case '\f': out += "\\f"; break;
+      case '"':
+        out += "\\\"";
+        break;
+      case '\\':
+        out += "\\\\";
+        break;
+      case '\n':
+        out += "\\n";
+        break;
+      case '\r':
+        out += "\\r";
+        break;
+      case '\t':
+        out += "\\t";
+        break;
+      case '\b':
+        out += "\\b";
+        break;
+      case '\f':
+        out += "\\f";
+        break;
       default:
         if (static_cast<unsigned char>(c) < 0x20) {
           char buf[8];
-          std::snprintf(buf, sizeof buf, "\\x%02X", static_cast<unsigned>(static_cast<unsigned char>(c)));
+          std::snprintf(buf, sizeof buf, "\\x%02X",
+                        static_cast<unsigned>(static_cast<unsigned char>(c)));
           out += buf;
         } else {
           out += c;
@@ -59,7 +79,9 @@ std::string mofQuote(const std::string& s) {
 }
 
 namespace {
-bool inRange(unsigned char c, unsigned char low, unsigned char high) { return c >= low && c <= high; }
+bool inRange(unsigned char c, unsigned char low, unsigned char high) {
+  return c >= low && c <= high;
+}
 }  // namespace
 
 std::size_t utf8SequenceLength(std::string_view s, std::size_t i, std::size_t* bad) {
@@ -97,7 +119,8 @@ namespace {
 // are not), or 0 as utf8SequenceLength.
 std::size_t xmlSequenceLength(const std::string& s, std::size_t i, std::size_t* bad) {
   const std::size_t length = utf8SequenceLength(s, i, bad);
-  if (length == 3 && static_cast<unsigned char>(s[i]) == 0xEF && static_cast<unsigned char>(s[i + 1]) == 0xBF &&
+  if (length == 3 && static_cast<unsigned char>(s[i]) == 0xEF &&
+      static_cast<unsigned char>(s[i + 1]) == 0xBF &&
       static_cast<unsigned char>(s[i + 2]) >= 0xBE) {
     *bad = length;
     return 0;
@@ -126,16 +149,32 @@ std::string xmlEscape(const std::string& s) {
       continue;
     }
     switch (c) {
-      case '&': out += "&amp;"; break;
-      case '<': out += "&lt;"; break;
-      case '>': out += "&gt;"; break;
-      case '"': out += "&quot;"; break;
-      case '\'': out += "&apos;"; break;
+      case '&':
+        out += "&amp;";
+        break;
+      case '<':
+        out += "&lt;";
+        break;
+      case '>':
+        out += "&gt;";
+        break;
+      case '"':
+        out += "&quot;";
+        break;
+      case '\'':
+        out += "&apos;";
+        break;
       // References keep these three through end-of-line and attribute-value
       // normalisation.
-      case '\t': out += "&#9;"; break;
-      case '\n': out += "&#10;"; break;
-      case '\r': out += "&#13;"; break;
+      case '\t':
+        out += "&#9;";
+        break;
+      case '\n':
+        out += "&#10;";
+        break;
+      case '\r':
+        out += "&#13;";
+        break;
       default:
         // Other control characters are no XML 1.0 characters at all.
         if (byte < 0x20) {

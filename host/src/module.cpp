@@ -41,7 +41,8 @@ bool endsWith(const std::string& s, const std::string& tail) {
 std::vector<std::string> Module::factories() const {
   std::vector<std::string> out;
   for (auto& name : exportedFunctions(path_)) {
-    for (const char* tail : {"_Create_InstanceMI", "_Create_AssociationMI", "_Create_MethodMI", "_Create_IndicationMI"}) {
+    for (const char* tail : {"_Create_InstanceMI", "_Create_AssociationMI", "_Create_MethodMI",
+                             "_Create_IndicationMI"}) {
       if (endsWith(name, tail) && name.size() > std::char_traits<char>::length(tail)) {
         out.push_back(name);
         break;
@@ -73,7 +74,8 @@ void* callFactory(void* sym, const CMPIBroker* mb, const CMPIContext* ctx, CMPIS
 template <typename MI>
 Status cleanup(void* mi, const CMPIContext* ctx) {
   auto* typed = static_cast<MI*>(mi);
-  if (typed->ft == nullptr || typed->ft->cleanup == nullptr) return Status{CMPI_RC_ERR_NOT_SUPPORTED, std::nullopt};
+  if (typed->ft == nullptr || typed->ft->cleanup == nullptr)
+    return Status{CMPI_RC_ERR_NOT_SUPPORTED, std::nullopt};
   return readStatus(typed->ft->cleanup(typed, ctx, 1));
 }
 
@@ -86,14 +88,14 @@ std::mutex& MIRegistry::providerLock(const std::string& provider) {
   return *slot;
 }
 
-CreatedMI MIRegistry::create(Module& module, Broker& broker, const CMPIContext* ctx, const std::string& provider,
-                             MIKind kind) {
+CreatedMI MIRegistry::create(Module& module, Broker& broker, const CMPIContext* ctx,
+                             const std::string& provider, MIKind kind) {
   std::lock_guard<std::mutex> serial(providerLock(provider));
   return createHeld(module, broker, ctx, provider, kind);
 }
 
-CreatedMI MIRegistry::serving(Module& module, Broker& broker, const CMPIContext* ctx, const std::string& provider,
-                              MIKind kind) {
+CreatedMI MIRegistry::serving(Module& module, Broker& broker, const CMPIContext* ctx,
+                              const std::string& provider, MIKind kind) {
   CreatedMI out;
   out.kind = kind;
   if ((out.mi = current(provider, kind)) != nullptr) return out;
@@ -102,8 +104,8 @@ CreatedMI MIRegistry::serving(Module& module, Broker& broker, const CMPIContext*
   return createHeld(module, broker, ctx, provider, kind);
 }
 
-CreatedMI MIRegistry::createHeld(Module& module, Broker& broker, const CMPIContext* ctx, const std::string& provider,
-                                 MIKind kind) {
+CreatedMI MIRegistry::createHeld(Module& module, Broker& broker, const CMPIContext* ctx,
+                                 const std::string& provider, MIKind kind) {
   const std::string name = factorySymbol(provider, kind);
   void* sym = module.symbol(name);
   if (sym == nullptr) throw FactoryMissing("module " + module.path() + " exports no " + name);
@@ -113,10 +115,18 @@ CreatedMI MIRegistry::createHeld(Module& module, Broker& broker, const CMPIConte
   CreatedMI out;
   out.kind = kind;
   switch (kind) {
-    case MIKind::Instance: out.mi = callFactory<CMPIInstanceMI>(sym, broker.face(), ctx, &st); break;
-    case MIKind::Association: out.mi = callFactory<CMPIAssociationMI>(sym, broker.face(), ctx, &st); break;
-    case MIKind::Method: out.mi = callFactory<CMPIMethodMI>(sym, broker.face(), ctx, &st); break;
-    case MIKind::Indication: out.mi = callFactory<CMPIIndicationMI>(sym, broker.face(), ctx, &st); break;
+    case MIKind::Instance:
+      out.mi = callFactory<CMPIInstanceMI>(sym, broker.face(), ctx, &st);
+      break;
+    case MIKind::Association:
+      out.mi = callFactory<CMPIAssociationMI>(sym, broker.face(), ctx, &st);
+      break;
+    case MIKind::Method:
+      out.mi = callFactory<CMPIMethodMI>(sym, broker.face(), ctx, &st);
+      break;
+    case MIKind::Indication:
+      out.mi = callFactory<CMPIIndicationMI>(sym, broker.face(), ctx, &st);
+      break;
   }
   out.status = readStatus(st);
   if (out.ok()) {
@@ -146,10 +156,18 @@ std::vector<Status> MIRegistry::cleanupAll(Broker& broker, const CMPIContext* ct
     }
     ScopeGuard scope(broker.store());
     switch (r.kind) {
-      case MIKind::Instance: out.push_back(cleanup<CMPIInstanceMI>(r.mi, ctx)); break;
-      case MIKind::Association: out.push_back(cleanup<CMPIAssociationMI>(r.mi, ctx)); break;
-      case MIKind::Method: out.push_back(cleanup<CMPIMethodMI>(r.mi, ctx)); break;
-      case MIKind::Indication: out.push_back(cleanup<CMPIIndicationMI>(r.mi, ctx)); break;
+      case MIKind::Instance:
+        out.push_back(cleanup<CMPIInstanceMI>(r.mi, ctx));
+        break;
+      case MIKind::Association:
+        out.push_back(cleanup<CMPIAssociationMI>(r.mi, ctx));
+        break;
+      case MIKind::Method:
+        out.push_back(cleanup<CMPIMethodMI>(r.mi, ctx));
+        break;
+      case MIKind::Indication:
+        out.push_back(cleanup<CMPIIndicationMI>(r.mi, ctx));
+        break;
     }
   }
   return out;

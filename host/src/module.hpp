@@ -43,12 +43,14 @@ class MIRegistry {
   // Calls the factory with the broker, ctx and a fresh CMPIStatus (rc OK,
   // msg NULL); accepts the MI when it is non-null and rc is 0. Throws
   // FactoryMissing when the module lacks the factory.
-  CreatedMI create(Module& module, Broker& broker, const CMPIContext* ctx, const std::string& provider, MIKind kind);
+  CreatedMI create(Module& module, Broker& broker, const CMPIContext* ctx,
+                   const std::string& provider, MIKind kind);
   // The MI that serves operations of provider and kind: the current one, or
   // one made with create() now. Threads asking at once for a provider that
   // has none yet: one calls the factory, the others wait for its answer
   // (and call it again only when it refused).
-  CreatedMI serving(Module& module, Broker& broker, const CMPIContext* ctx, const std::string& provider, MIKind kind);
+  CreatedMI serving(Module& module, Broker& broker, const CMPIContext* ctx,
+                    const std::string& provider, MIKind kind);
   // The MI that serves operations of provider and kind, or null.
   void* current(const std::string& provider, MIKind kind) const;
   // cleanup(ctx, terminating = true) of every accepted MI, newest first.
@@ -62,8 +64,8 @@ class MIRegistry {
     void* mi = nullptr;
   };
   std::mutex& providerLock(const std::string& provider);
-  CreatedMI createHeld(Module& module, Broker& broker, const CMPIContext* ctx, const std::string& provider,
-                       MIKind kind);
+  CreatedMI createHeld(Module& module, Broker& broker, const CMPIContext* ctx,
+                       const std::string& provider, MIKind kind);
 
   mutable std::mutex mutex_;  // guards records_ and providerLocks_
   std::vector<Record> records_;

@@ -25,7 +25,8 @@ FaceWords words(const void* object) {
 
 std::string namedList(const std::vector<NamedValue>& list) {
   std::string out;
-  for (const auto& nv : list) out += (out.empty() ? "" : ", ") + nv.name + "=" + valueToMof(nv.value);
+  for (const auto& nv : list)
+    out += (out.empty() ? "" : ", ") + nv.name + "=" + valueToMof(nv.value);
   return out;
 }
 
@@ -71,7 +72,8 @@ std::optional<std::string> describe(Broker& b, const void* object) {
   if (*type == "CMPIArgs") return namedList(static_cast<ArgsObj*>(obj)->args);
   if (*type == "CMPIContext") return namedList(static_cast<ContextObj*>(obj)->entries);
   if (*type == "CMPIEnumeration") {
-    return "enumeration of " + std::to_string(static_cast<EnumerationObj*>(obj)->items.size()) + " items";
+    return "enumeration of " + std::to_string(static_cast<EnumerationObj*>(obj)->items.size()) +
+           " items";
   }
   if (*type == "CMPIError") return static_cast<ErrorObj*>(obj)->message.value_or("");
   if (*type == "CMPISelectExp") return static_cast<SelectExpObj*>(obj)->query;

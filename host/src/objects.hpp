@@ -50,7 +50,8 @@ class ArrayObj : public Enc<CMPIArray> {
 
 class DateTimeObj : public Enc<CMPIDateTime> {
  public:
-  DateTimeObj(Broker& b, std::uint64_t micros, bool interval, std::optional<std::string> text = std::nullopt);
+  DateTimeObj(Broker& b, std::uint64_t micros, bool interval,
+              std::optional<std::string> text = std::nullopt);
   std::uint64_t micros;  // since the epoch (UTC), or the interval length
   bool interval;
   std::optional<std::string> text;  // as given to newDateTimeFromChars

@@ -12,12 +12,14 @@ const char* kindOf(const ResultItem& r) {
 }  // namespace
 
 const Instance& ResultItem::instance() const {
-  if (!isInstance()) throw TypeMismatch(std::string("result is ") + kindOf(*this) + ", not an instance");
+  if (!isInstance())
+    throw TypeMismatch(std::string("result is ") + kindOf(*this) + ", not an instance");
   return std::get<Instance>(item_);
 }
 
 const ObjectPath& ResultItem::path() const {
-  if (!isPath()) throw TypeMismatch(std::string("result is ") + kindOf(*this) + ", not an object path");
+  if (!isPath())
+    throw TypeMismatch(std::string("result is ") + kindOf(*this) + ", not an object path");
   return std::get<ObjectPath>(item_);
 }
 

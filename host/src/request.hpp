@@ -40,14 +40,14 @@ struct Request {
   OptString resultClass;
   OptString role;
   OptString resultRole;
-  Instance instance;               // create / modify
-  std::string query;               // execQuery, indication filters
-  std::string language;            // execQuery
-  std::string method;              // invokeMethod
-  std::vector<NamedValue> in;      // invokeMethod
-  std::string className;           // indication operations
-  std::string owner;               // authorizeFilter
-  bool activation = false;         // first / last activation
+  Instance instance;           // create / modify
+  std::string query;           // execQuery, indication filters
+  std::string language;        // execQuery
+  std::string method;          // invokeMethod
+  std::vector<NamedValue> in;  // invokeMethod
+  std::string className;       // indication operations
+  std::string owner;           // authorizeFilter
+  bool activation = false;     // first / last activation
 };
 
 }  // namespace zeda::host::detail

@@ -16,14 +16,16 @@ namespace zeda::host {
 // refs counts the values sharing the payload; the last one deletes it.
 struct Value::Payload {
   mutable std::atomic<long> refs{1};
-  std::variant<std::string, std::unique_ptr<const ObjectPath>, std::unique_ptr<const Instance>, std::vector<Value>>
+  std::variant<std::string, std::unique_ptr<const ObjectPath>, std::unique_ptr<const Instance>,
+               std::vector<Value>>
       data;
 };
 
 namespace {
 
 bool isUnsignedCode(TypeCode t) {
-  return t == type::uint8 || t == type::uint16 || t == type::uint32 || t == type::uint64 || t == type::char16;
+  return t == type::uint8 || t == type::uint16 || t == type::uint32 || t == type::uint64 ||
+         t == type::char16;
 }
 bool isSignedCode(TypeCode t) {
   return t == type::sint8 || t == type::sint16 || t == type::sint32 || t == type::sint64;
@@ -33,25 +35,44 @@ bool isStringCode(TypeCode t) { return t == type::string || t == type::chars; }
 
 std::string scalarName(TypeCode t) {
   switch (t) {
-    case type::null: return "null";
-    case type::boolean: return "boolean";
-    case type::char16: return "char16";
-    case type::real32: return "real32";
-    case type::real64: return "real64";
-    case type::uint8: return "uint8";
-    case type::uint16: return "uint16";
-    case type::uint32: return "uint32";
-    case type::uint64: return "uint64";
-    case type::sint8: return "sint8";
-    case type::sint16: return "sint16";
-    case type::sint32: return "sint32";
-    case type::sint64: return "sint64";
-    case type::instance: return "instance";
-    case type::ref: return "reference";
-    case type::string: return "string";
-    case type::chars: return "string";
-    case type::dateTime: return "datetime";
-    default: return "unknown(" + std::to_string(t) + ")";
+    case type::null:
+      return "null";
+    case type::boolean:
+      return "boolean";
+    case type::char16:
+      return "char16";
+    case type::real32:
+      return "real32";
+    case type::real64:
+      return "real64";
+    case type::uint8:
+      return "uint8";
+    case type::uint16:
+      return "uint16";
+    case type::uint32:
+      return "uint32";
+    case type::uint64:
+      return "uint64";
+    case type::sint8:
+      return "sint8";
+    case type::sint16:
+      return "sint16";
+    case type::sint32:
+      return "sint32";
+    case type::sint64:
+      return "sint64";
+    case type::instance:
+      return "instance";
+    case type::ref:
+      return "reference";
+    case type::string:
+      return "string";
+    case type::chars:
+      return "string";
+    case type::dateTime:
+      return "datetime";
+    default:
+      return "unknown(" + std::to_string(t) + ")";
   }
 }
 
@@ -89,13 +110,16 @@ std::string typeName(TypeCode code) {
 
 namespace {
 // ASCII case folding: CIM names are ASCII, and the locale plays no part.
-constexpr unsigned char foldCase(unsigned char c) { return c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c + 32) : c; }
+constexpr unsigned char foldCase(unsigned char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c + 32) : c;
+}
 }  // namespace
 
 bool namesEqual(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
   for (std::size_t i = 0; i < a.size(); ++i) {
-    if (a[i] != b[i] && foldCase(static_cast<unsigned char>(a[i])) != foldCase(static_cast<unsigned char>(b[i]))) {
+    if (a[i] != b[i] &&
+        foldCase(static_cast<unsigned char>(a[i])) != foldCase(static_cast<unsigned char>(b[i]))) {
       return false;
     }
   }
@@ -104,18 +128,21 @@ bool namesEqual(std::string_view a, std::string_view b) {
 
 Value::Value() = default;
 
-Value::Value(TypeCode type, const Payload* payload) : type_(type), null_(false) { scalar_.payload = payload; }
+Value::Value(TypeCode type, const Payload* payload) : type_(type), null_(false) {
+  scalar_.payload = payload;
+}
 
 bool Value::holdsPayload() const {
-  return !null_ && (isArray() || isStringCode(type_) || type_ == type::dateTime || type_ == type::ref ||
-                    type_ == type::instance);
+  return !null_ && (isArray() || isStringCode(type_) || type_ == type::dateTime ||
+                    type_ == type::ref || type_ == type::instance);
 }
 
 Value::Value(const Value& other) : type_(other.type_), null_(other.null_), scalar_(other.scalar_) {
   if (holdsPayload()) scalar_.payload->refs.fetch_add(1, std::memory_order_relaxed);
 }
 
-Value::Value(Value&& other) noexcept : type_(other.type_), null_(other.null_), scalar_(other.scalar_) {
+Value::Value(Value&& other) noexcept
+    : type_(other.type_), null_(other.null_), scalar_(other.scalar_) {
   other.type_ = type::null;
   other.null_ = true;
   other.scalar_ = Scalar{};
@@ -185,7 +212,9 @@ Value Value::sint64(std::int64_t v) { return Value(type::sint64, signedScalar(v)
 Value Value::real32(float v) { return Value(type::real32, realScalar(v)); }
 Value Value::real64(double v) { return Value(type::real64, realScalar(v)); }
 Value Value::string(std::string v) { return Value(type::string, makePayload(std::move(v))); }
-Value Value::dateTime(std::string text) { return Value(type::dateTime, makePayload(std::move(text))); }
+Value Value::dateTime(std::string text) {
+  return Value(type::dateTime, makePayload(std::move(text)));
+}
 Value Value::reference(ObjectPath path) {
   return Value(type::ref, makePayload(std::make_unique<const ObjectPath>(std::move(path))));
 }
@@ -198,7 +227,8 @@ Value Value::array(TypeCode elementType, std::vector<Value> elements) {
   for (const auto& e : elements) {
     const bool sameKind = e.type() == scalar || (isStringCode(e.type()) && isStringCode(scalar));
     if (!(e.isNull() && e.type() == type::null) && !sameKind) {
-      throw TypeMismatch("array of " + zeda::host::typeName(scalar) + " cannot hold an element of type " + e.typeName());
+      throw TypeMismatch("array of " + zeda::host::typeName(scalar) +
+                         " cannot hold an element of type " + e.typeName());
     }
   }
   return Value(static_cast<TypeCode>(scalar | type::array), makePayload(std::move(elements)));
@@ -232,7 +262,8 @@ const Value::Payload& Value::expect(bool ok, std::string_view wanted) const {
     throw TypeMismatch("value is " + typeName() + ", not " + std::string(wanted));
   }
   if (!holdsPayload()) {
-    throw TypeMismatch("value is a null " + typeName() + ", not a " + std::string(wanted) + " value");
+    throw TypeMismatch("value is a null " + typeName() + ", not a " + std::string(wanted) +
+                       " value");
   }
   return *scalar_.payload;
 }
@@ -242,13 +273,16 @@ const Value::Scalar& Value::expectScalar(bool ok, std::string_view wanted) const
     throw TypeMismatch("value is " + typeName() + ", not " + std::string(wanted));
   }
   if (null_) {
-    throw TypeMismatch("value is a null " + typeName() + ", not a " + std::string(wanted) + " value");
+    throw TypeMismatch("value is a null " + typeName() + ", not a " + std::string(wanted) +
+                       " value");
   }
   return scalar_;
 }
 
 bool Value::b() const { return expectScalar(type_ == type::boolean, "boolean").b; }
-std::uint64_t Value::u() const { return expectScalar(isUnsignedCode(type_), "an unsigned integer").u; }
+std::uint64_t Value::u() const {
+  return expectScalar(isUnsignedCode(type_), "an unsigned integer").u;
+}
 std::int64_t Value::s() const { return expectScalar(isSignedCode(type_), "a signed integer").s; }
 double Value::r() const { return expectScalar(isRealCode(type_), "a real").r; }
 const std::string& Value::str() const {
@@ -261,7 +295,8 @@ const ObjectPath& Value::ref() const {
   return *std::get<std::unique_ptr<const ObjectPath>>(expect(type_ == type::ref, "reference").data);
 }
 const Instance& Value::inst() const {
-  return *std::get<std::unique_ptr<const Instance>>(expect(type_ == type::instance, "instance").data);
+  return *std::get<std::unique_ptr<const Instance>>(
+      expect(type_ == type::instance, "instance").data);
 }
 const std::vector<Value>& Value::elements() const {
   return std::get<std::vector<Value>>(expect(isArray(), "an array").data);

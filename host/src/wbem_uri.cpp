@@ -24,7 +24,8 @@
 namespace zeda::host {
 
 UriError::UriError(std::size_t column, const std::string& why)
-    : std::invalid_argument("malformed object path at column " + std::to_string(column) + ": " + why),
+    : std::invalid_argument("malformed object path at column " + std::to_string(column) + ": " +
+                            why),
       column_(column) {}
 
 namespace {
@@ -67,7 +68,9 @@ class Parser {
   }
 
  private:
-  [[noreturn]] void fail(std::size_t at, const std::string& why) const { throw UriError(at + 1, why); }
+  [[noreturn]] void fail(std::size_t at, const std::string& why) const {
+    throw UriError(at + 1, why);
+  }
   bool atEnd() const { return pos_ >= text_.size(); }
 
   std::string identifier(const char* what) {
@@ -163,11 +166,16 @@ std::string keyValueText(const Value& v) {
   if (auto bare = detail::bareScalarText(v)) return *bare;
   switch (v.type()) {
     case type::string:
-    case type::chars: return quote(v.str());
-    case type::dateTime: return quote(v.dateTimeText());
-    case type::ref: return quote(formatObjectPath(v.ref()));
-    case type::instance: return quote("instance of " + v.inst().className());
-    default: return quote(v.debugString());
+    case type::chars:
+      return quote(v.str());
+    case type::dateTime:
+      return quote(v.dateTimeText());
+    case type::ref:
+      return quote(formatObjectPath(v.ref()));
+    case type::instance:
+      return quote("instance of " + v.inst().className());
+    default:
+      return quote(v.debugString());
   }
 }
 

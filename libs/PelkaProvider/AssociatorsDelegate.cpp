@@ -20,20 +20,16 @@ void AssociatorsDelegate::setHandlers(std::unique_ptr<ClassHandler> first,
 }
 
 CmpiStatus AssociatorsDelegate::operator()(const CmpiContext& ctx, CmpiResult& rslt,
-                                           const CmpiObjectPath& cop,
-                                           const std::string& assocClass,
-                                           const std::string& resultClass,
-                                           const std::string& role,
-                                           const std::string& resultRole,
-                                           const char** properties) {
+                                           const CmpiObjectPath& cop, const std::string& assocClass,
+                                           const std::string& resultClass, const std::string& role,
+                                           const std::string& resultRole, const char** properties) {
   // The request must name this association exactly; an absent (empty) or
   // differently cased name is refused as well.
   const std::string& expected = owner()->className();
   if (assocClass != expected) {
     // ProviderException: answered as 4 (CMPI_RC_ERR_INVALID_PARAMETER).
     throw ProviderException(
-        (boost::format("Wrong association class name: %1%; Expected: %2%") % assocClass %
-         expected)
+        (boost::format("Wrong association class name: %1%; Expected: %2%") % assocClass % expected)
             .str());
   }
   if (!first_ || !second_) {

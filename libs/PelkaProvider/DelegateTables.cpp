@@ -41,8 +41,8 @@ CmpiStatus InstanceMI::GetInstanceDelegate::operator()(const CmpiContext&, CmpiR
 }
 
 CmpiStatus InstanceMI::SetInstanceDelegate::operator()(const CmpiContext&, CmpiResult&,
-                                                       const CmpiObjectPath&,
-                                                       const CmpiInstance&, const char**) {
+                                                       const CmpiObjectPath&, const CmpiInstance&,
+                                                       const char**) {
   return NotSupported();
 }
 
@@ -54,21 +54,21 @@ CmpiStatus InstanceMI::ExecQueryDelegate::operator()(const CmpiContext&, CmpiRes
 
 // AssociationMI
 
-CmpiStatus AssociationMI::AssociatorsDelegate::operator()(
-    const CmpiContext&, CmpiResult&, const CmpiObjectPath&, const std::string&,
-    const std::string&, const std::string&, const std::string&, const char**) {
+CmpiStatus AssociationMI::AssociatorsDelegate::operator()(const CmpiContext&, CmpiResult&,
+                                                          const CmpiObjectPath&, const std::string&,
+                                                          const std::string&, const std::string&,
+                                                          const std::string&, const char**) {
   return NotSupported();
 }
 
 CmpiStatus AssociationMI::AssociatorNamesDelegate::operator()(
-    const CmpiContext&, CmpiResult&, const CmpiObjectPath&, const std::string&,
-    const std::string&, const std::string&, const std::string&) {
+    const CmpiContext&, CmpiResult&, const CmpiObjectPath&, const std::string&, const std::string&,
+    const std::string&, const std::string&) {
   return NotSupported();
 }
 
 CmpiStatus AssociationMI::ReferencesDelegate::operator()(const CmpiContext&, CmpiResult&,
-                                                         const CmpiObjectPath&,
-                                                         const std::string&,
+                                                         const CmpiObjectPath&, const std::string&,
                                                          const std::string&, const char**) {
   return NotSupported();
 }
@@ -104,8 +104,7 @@ CmpiStatus IndicationMI::DeActivateFilterDelegate::operator()(const CmpiContext&
 
 CmpiStatus IndicationMI::AuthorizeFilterDelegate::operator()(const CmpiContext&,
                                                              const CmpiSelectExp&, const char*,
-                                                             const CmpiObjectPath&,
-                                                             const char*) {
+                                                             const CmpiObjectPath&, const char*) {
   return NotSupported();
 }
 

@@ -21,7 +21,9 @@ Delegate& DelegateIn(const Table& table, std::unique_ptr<Delegate>& slot) {
 }
 
 // Filter strings reach the delegates as text; "none given" is the empty string.
-std::string TextOf(const char* filter) { return filter != nullptr ? std::string(filter) : std::string(); }
+std::string TextOf(const char* filter) {
+  return filter != nullptr ? std::string(filter) : std::string();
+}
 
 }  // namespace
 

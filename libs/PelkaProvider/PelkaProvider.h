@@ -35,23 +35,21 @@ class PelkaProvider : public CmpiAssociationMI,
   CmpiStatus associators(const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
                          const char* assocClass, const char* resultClass, const char* role,
                          const char* resultRole, const char** properties) override;
-  CmpiStatus associatorNames(const CmpiContext& ctx, CmpiResult& rslt,
-                             const CmpiObjectPath& cop, const char* assocClass,
-                             const char* resultClass, const char* role,
+  CmpiStatus associatorNames(const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
+                             const char* assocClass, const char* resultClass, const char* role,
                              const char* resultRole) override;
   CmpiStatus references(const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
                         const char* resultClass, const char* role,
                         const char** properties) override;
-  CmpiStatus referenceNames(const CmpiContext& ctx, CmpiResult& rslt,
-                            const CmpiObjectPath& cop, const char* resultClass,
-                            const char* role) override;
+  CmpiStatus referenceNames(const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
+                            const char* resultClass, const char* role) override;
 
   // CmpiIndicationMI
   CmpiStatus authorizeFilter(const CmpiContext& ctx, const CmpiSelectExp& filter,
                              const char* className, const CmpiObjectPath& cop,
                              const char* owner) override;
-  CmpiStatus mustPoll(const CmpiContext& ctx, const CmpiSelectExp& filter,
-                      const char* className, const CmpiObjectPath& cop) override;
+  CmpiStatus mustPoll(const CmpiContext& ctx, const CmpiSelectExp& filter, const char* className,
+                      const CmpiObjectPath& cop) override;
   CmpiStatus activateFilter(const CmpiContext& ctx, const CmpiSelectExp& filter,
                             const char* className, const CmpiObjectPath& cop,
                             bool firstActivation) override;

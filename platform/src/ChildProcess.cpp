@@ -1,12 +1,12 @@
 #include "ChildProcess.h"
 
-#include <cerrno>
-#include <csignal>
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <cerrno>
+#include <csignal>
 
 extern char** environ;
 
@@ -68,7 +68,8 @@ Running Start(const std::vector<std::string>& command, ChildOutcome& outcome) {
   int error = 0;
   {
     const SpawnSetup setup(pipeEnds[1]);
-    error = ::posix_spawnp(&pid, argv[0], setup.actions(), setup.attributes(), argv.data(), environ);
+    error =
+        ::posix_spawnp(&pid, argv[0], setup.actions(), setup.attributes(), argv.data(), environ);
   }
   ::close(pipeEnds[1]);
   if (error != 0) {
@@ -86,7 +87,8 @@ void Drain(Running& child, ChildOutcome& outcome) {
   for (;;) {
     const ssize_t count = ::read(child.output, buffer, sizeof buffer);
     if (count > 0) {
-      if (outcome.output.size() < kOutputLimit) outcome.output.append(buffer, static_cast<std::size_t>(count));
+      if (outcome.output.size() < kOutputLimit)
+        outcome.output.append(buffer, static_cast<std::size_t>(count));
       continue;
     }
     if (count < 0 && errno == EINTR) continue;
@@ -119,7 +121,8 @@ std::vector<ChildOutcome> RunAll(const std::vector<std::vector<std::string>>& co
       }
     }
     if (waiting.empty()) break;
-    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+    const auto left =
+        std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
     if (left.count() <= 0) break;
     const int ready = ::poll(waiting.data(), waiting.size(), static_cast<int>(left.count()));
     if (ready < 0 && errno != EINTR) break;

@@ -10,9 +10,9 @@ namespace zeda::pelka::platform {
 struct ChildOutcome {
   enum class End { Exited, Signalled, TimedOut, NotStarted };
   End end = End::NotStarted;
-  int exitStatus = 0;   // Exited: the exit status; Signalled: the signal
-  int startError = 0;   // NotStarted: the errno of the start (ENOENT: no such program)
-  std::string output;   // standard output (at most 8 MiB); standard error is discarded
+  int exitStatus = 0;  // Exited: the exit status; Signalled: the signal
+  int startError = 0;  // NotStarted: the errno of the start (ENOENT: no such program)
+  std::string output;  // standard output (at most 8 MiB); standard error is discarded
 };
 
 // Starts every command (argv[0] is a path or a name looked up in PATH) with

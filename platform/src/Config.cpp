@@ -1,10 +1,10 @@
 #include "Config.h"
 
+#include <unistd.h>
 #include <cmath>
 #include <cstdlib>
 #include <set>
 #include <stdexcept>
-#include <unistd.h>
 
 #include <nlohmann/json.hpp>
 
@@ -61,12 +61,13 @@ FileSourceConfig ParseFileSource(const json& source, const std::string& place) {
 }
 
 LinuxSourceConfig ParseLinuxSource(const json& source, const std::string& place) {
-  RefuseUnknownMembers(source, place,
-                       {"type", "nas", "root", "smartctl", "smartTtlSeconds", "smartTimeoutSeconds"});
+  RefuseUnknownMembers(
+      source, place, {"type", "nas", "root", "smartctl", "smartTtlSeconds", "smartTimeoutSeconds"});
   LinuxSourceConfig machine;
   machine.nas = source.contains("nas") ? Text(source.at("nas"), place + ".nas") : HostName();
   if (source.contains("root")) machine.root = Text(source.at("root"), place + ".root");
-  if (source.contains("smartctl")) machine.smartctl = Text(source.at("smartctl"), place + ".smartctl");
+  if (source.contains("smartctl"))
+    machine.smartctl = Text(source.at("smartctl"), place + ".smartctl");
   if (source.contains("smartTtlSeconds")) {
     machine.smartTtl = std::chrono::seconds(static_cast<long long>(
         std::llround(Seconds(source.at("smartTtlSeconds"), place + ".smartTtlSeconds", 0))));

@@ -22,8 +22,8 @@ struct FileSourceConfig {
 };
 
 struct LinuxSourceConfig {
-  std::string nas;             // the NAS name; the host name when not configured
-  std::string root = "/";      // where sys/, run/udev/ and proc/ are found
+  std::string nas;                    // the NAS name; the host name when not configured
+  std::string root = "/";             // where sys/, run/udev/ and proc/ are found
   std::string smartctl = "smartctl";  // a name is looked up in PATH, then /usr/sbin and /sbin
   std::chrono::seconds smartTtl{300};
   std::chrono::milliseconds smartTimeout{5000};
@@ -54,7 +54,8 @@ ConfigFileName ConfigFilePath();
 
 // Parses and checks configuration text. Throws std::runtime_error with one
 // message naming the file, the place and the problem, e.g.
-//   Bad configuration file /etc/pelka/pelka.json: sources[1].type: unknown source type "nfs" (known: file, linux)
+//   Bad configuration file /etc/pelka/pelka.json: sources[1].type: unknown source type "nfs"
+//   (known: file, linux)
 Config ParseConfig(const std::string& jsonText, const std::string& fileName);
 
 // The name of this machine, as a linux source without "nas" is named.

@@ -122,7 +122,8 @@ void ConfiguredSources::Install(Config config) {
   config_ = std::move(config);
 }
 
-std::optional<std::vector<NasRecord>> ConfiguredSources::ReadSource(Source& source, std::string& error) {
+std::optional<std::vector<NasRecord>> ConfiguredSources::ReadSource(Source& source,
+                                                                    std::string& error) {
   try {
     if (source.machine) {
       source.lastGood = std::vector<NasRecord>{source.machine->Read()};
@@ -131,10 +132,11 @@ std::optional<std::vector<NasRecord>> ConfiguredSources::ReadSource(Source& sour
     }
     source.lastError.clear();
   } catch (const std::runtime_error& failure) {
-    const std::string message =
-        source.machine ? source.config.place + " (linux): " + failure.what() : std::string(failure.what());
+    const std::string message = source.machine ? source.config.place + " (linux): " + failure.what()
+                                               : std::string(failure.what());
     if (source.lastError != message) {
-      LOG(ERROR) << message << (source.lastGood ? " (its inventory read before stays in service)" : "");
+      LOG(ERROR) << message
+                 << (source.lastGood ? " (its inventory read before stays in service)" : "");
       source.lastError = message;
     }
     if (!source.lastGood) error = message;

@@ -39,10 +39,10 @@ class ConfiguredSources {
   // One source of the configuration in service with its last good answer.
   struct Source {
     SourceConfig config;
-    std::unique_ptr<LinuxSource> machine;    // linux sources
-    std::optional<FileStamp> fileStamp;      // file sources: the stamp of the last read
+    std::unique_ptr<LinuxSource> machine;  // linux sources
+    std::optional<FileStamp> fileStamp;    // file sources: the stamp of the last read
     std::optional<std::vector<NasRecord>> lastGood;
-    std::string lastError;                   // logged once
+    std::string lastError;  // logged once
   };
 
   ConfiguredSources() = default;
@@ -55,7 +55,7 @@ class ConfiguredSources {
   std::mutex mutex_;
   std::optional<FileStamp> configStamp_;
   std::string configPath_;
-  std::string configError_;  // of the last read of the configuration file, logged once
+  std::string configError_;       // of the last read of the configuration file, logged once
   std::optional<Config> config_;  // the configuration in service
   std::vector<Source> sources_;
   std::string duplicateError_;  // a NAS name served by two sources, logged once

@@ -9,8 +9,8 @@ namespace zeda::pelka::platform {
 namespace {
 
 auto Fields(const zeda::orvi::OrviDisk& d) {
-  return std::tie(d.status, d.isFree, d.isSpare, d.isSsd, d.interfaceType, d.id,
-                  d.firmwareVersion, d.capacity, d.rpm);
+  return std::tie(d.status, d.isFree, d.isSpare, d.isSsd, d.interfaceType, d.id, d.firmwareVersion,
+                  d.capacity, d.rpm);
 }
 
 bool Same(const DiskRecord& a, const DiskRecord& b) {

@@ -1,9 +1,9 @@
 // Reading the inventory file together with the identity of what was read.
 #pragma once
 
+#include <sys/types.h>
 #include <optional>
 #include <string>
-#include <sys/types.h>
 
 namespace zeda::pelka::platform {
 

@@ -31,15 +31,22 @@ struct SimdjsonDocument {
 
   static Kind KindOf(const Value& value) {
     switch (value.type()) {
-      case dom::element_type::OBJECT: return Kind::Object;
-      case dom::element_type::ARRAY: return Kind::Array;
-      case dom::element_type::STRING: return Kind::String;
-      case dom::element_type::BOOL: return Kind::Boolean;
+      case dom::element_type::OBJECT:
+        return Kind::Object;
+      case dom::element_type::ARRAY:
+        return Kind::Array;
+      case dom::element_type::STRING:
+        return Kind::String;
+      case dom::element_type::BOOL:
+        return Kind::Boolean;
       case dom::element_type::INT64:
         return value.get_int64().value_unsafe() < 0 ? Kind::Negative : Kind::Unsigned;
-      case dom::element_type::UINT64: return Kind::Unsigned;
-      case dom::element_type::DOUBLE: return Kind::Real;
-      case dom::element_type::NULL_VALUE: return Kind::Null;
+      case dom::element_type::UINT64:
+        return Kind::Unsigned;
+      case dom::element_type::DOUBLE:
+        return Kind::Real;
+      case dom::element_type::NULL_VALUE:
+        return Kind::Null;
     }
     return Kind::Null;
   }
@@ -91,7 +98,8 @@ bool MayHoldMinusZero(const std::string& text) {
   const char* const begin = text.data();
   const char* const end = begin + text.size();
   for (const char* at = begin;
-       (at = static_cast<const char*>(std::memchr(at, '-', static_cast<std::size_t>(end - at)))) != nullptr;
+       (at = static_cast<const char*>(std::memchr(at, '-', static_cast<std::size_t>(end - at)))) !=
+       nullptr;
        ++at) {
     if (end - at < 2 || at[1] != '0') continue;
     if (end - at > 2) {

@@ -22,14 +22,22 @@ struct NlohmannDocument {
 
   static Kind KindOf(Value value) {
     switch (value->type()) {
-      case json::value_t::object: return Kind::Object;
-      case json::value_t::array: return Kind::Array;
-      case json::value_t::string: return Kind::String;
-      case json::value_t::boolean: return Kind::Boolean;
-      case json::value_t::number_unsigned: return Kind::Unsigned;
-      case json::value_t::number_integer: return Kind::Negative;
-      case json::value_t::number_float: return Kind::Real;
-      default: return Kind::Null;  // null; the parser makes no other kind
+      case json::value_t::object:
+        return Kind::Object;
+      case json::value_t::array:
+        return Kind::Array;
+      case json::value_t::string:
+        return Kind::String;
+      case json::value_t::boolean:
+        return Kind::Boolean;
+      case json::value_t::number_unsigned:
+        return Kind::Unsigned;
+      case json::value_t::number_integer:
+        return Kind::Negative;
+      case json::value_t::number_float:
+        return Kind::Real;
+      default:
+        return Kind::Null;  // null; the parser makes no other kind
     }
   }
 

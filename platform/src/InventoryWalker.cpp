@@ -15,13 +15,27 @@ std::string Quoted(std::string_view text) {
   std::string quoted = "\"";
   for (const char c : text) {
     switch (c) {
-      case '"': quoted += "\\\""; break;
-      case '\\': quoted += "\\\\"; break;
-      case '\b': quoted += "\\b"; break;
-      case '\f': quoted += "\\f"; break;
-      case '\n': quoted += "\\n"; break;
-      case '\r': quoted += "\\r"; break;
-      case '\t': quoted += "\\t"; break;
+      case '"':
+        quoted += "\\\"";
+        break;
+      case '\\':
+        quoted += "\\\\";
+        break;
+      case '\b':
+        quoted += "\\b";
+        break;
+      case '\f':
+        quoted += "\\f";
+        break;
+      case '\n':
+        quoted += "\\n";
+        break;
+      case '\r':
+        quoted += "\\r";
+        break;
+      case '\t':
+        quoted += "\\t";
+        break;
       default:
         if (static_cast<unsigned char>(c) < 0x20) {
           char escape[7];
@@ -52,14 +66,22 @@ void AppendName(std::string& text, std::string_view name) {
 
 const char* KindText(Kind kind) {
   switch (kind) {
-    case Kind::Object: return "an object";
-    case Kind::Array: return "an array";
-    case Kind::String: return "a string";
-    case Kind::Boolean: return "a boolean";
-    case Kind::Unsigned: return "an unsigned integer";
-    case Kind::Negative: return "a negative integer";
-    case Kind::Real: return "a floating-point number";
-    case Kind::Null: return "null";
+    case Kind::Object:
+      return "an object";
+    case Kind::Array:
+      return "an array";
+    case Kind::String:
+      return "a string";
+    case Kind::Boolean:
+      return "a boolean";
+    case Kind::Unsigned:
+      return "an unsigned integer";
+    case Kind::Negative:
+      return "a negative integer";
+    case Kind::Real:
+      return "a floating-point number";
+    case Kind::Null:
+      return "null";
   }
   return "an unsupported value";
 }
@@ -99,12 +121,9 @@ std::optional<zeda::orvi::DiskStatus> StatusOfWord(std::string_view word) {
     zeda::orvi::DiskStatus status;
   };
   static constexpr Entry kWords[] = {
-      {"unknown", zeda::orvi::Unknown},
-      {"ok", zeda::orvi::Ok},
-      {"degraded", zeda::orvi::Degraded},
-      {"predictive-failure", zeda::orvi::PredictiveFailure},
-      {"error", zeda::orvi::Error},
-      {"stopped", zeda::orvi::Stopped},
+      {"unknown", zeda::orvi::Unknown},      {"ok", zeda::orvi::Ok},
+      {"degraded", zeda::orvi::Degraded},    {"predictive-failure", zeda::orvi::PredictiveFailure},
+      {"error", zeda::orvi::Error},          {"stopped", zeda::orvi::Stopped},
       {"no-contact", zeda::orvi::NoContact},
   };
   for (const Entry& entry : kWords) {

@@ -121,10 +121,9 @@ class InventoryWalker {
 
   static constexpr Names<1> kDocumentMembers = {"nas"};
   static constexpr Names<3> kNasMembers = {"name", "disks", "groups"};
-  static constexpr Names<11> kDiskMembers = {"id",       "status", "isFree", "isSpare",
-                                             "isSsd",    "interfaceType",
-                                             "firmwareVersion", "capacity", "rpm",
-                                             "health",   "identity"};
+  static constexpr Names<11> kDiskMembers = {
+      "id",       "status", "isFree", "isSpare", "isSsd", "interfaceType", "firmwareVersion",
+      "capacity", "rpm",    "health", "identity"};
   static constexpr Names<2> kHealthMembers = {"status", "message"};
   static constexpr Names<3> kIdentityMembers = {"product", "model", "serial"};
   static constexpr Names<2> kGroupMembers = {"dataDisks", "spareDisks"};
@@ -262,9 +261,8 @@ class InventoryWalker {
     if (!value) return ids;
     ExpectArray(*value, place);
     ids.reserve(Json::Size(*value));
-    Json::ForEachElement(*value, [&](const Value& id) {
-      ids.push_back(StringAt(id, place.Element(ids.size())));
-    });
+    Json::ForEachElement(
+        *value, [&](const Value& id) { ids.push_back(StringAt(id, place.Element(ids.size()))); });
     return ids;
   }
 

@@ -35,13 +35,20 @@ int GetOperationalStatus(const zeda::orvi::DiskStatus& status) {
   // CIM OperationalStatus: 0 Unknown, 2 OK, 3 Degraded, 5 Predictive Failure,
   // 6 Error, 10 Stopped, 12 No Contact.
   switch (status) {
-    case zeda::orvi::Ok: return 2;
-    case zeda::orvi::Degraded: return 3;
-    case zeda::orvi::PredictiveFailure: return 5;
-    case zeda::orvi::Error: return 6;
-    case zeda::orvi::Stopped: return 10;
-    case zeda::orvi::NoContact: return 12;
-    case zeda::orvi::Unknown: break;
+    case zeda::orvi::Ok:
+      return 2;
+    case zeda::orvi::Degraded:
+      return 3;
+    case zeda::orvi::PredictiveFailure:
+      return 5;
+    case zeda::orvi::Error:
+      return 6;
+    case zeda::orvi::Stopped:
+      return 10;
+    case zeda::orvi::NoContact:
+      return 12;
+    case zeda::orvi::Unknown:
+      break;
   }
   return 0;  // Unknown, and any value outside the enumeration
 }

@@ -28,7 +28,8 @@ std::string Attribute(const fs::path& path) {
 }
 
 std::optional<std::uint64_t> Number(const std::string& text) {
-  if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos) return std::nullopt;
+  if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos)
+    return std::nullopt;
   try {
     return std::stoull(text);
   } catch (const std::exception&) {
@@ -62,7 +63,8 @@ std::string DevicePath(const fs::path& root, const std::string& name) {
   std::string path = resolved.lexically_relative(devices).generic_string();
   if (path.empty() || StartsWith(path, "..")) return "";
   const std::string tail = "/block/" + name;
-  if (path.size() >= tail.size() && path.compare(path.size() - tail.size(), tail.size(), tail) == 0) {
+  if (path.size() >= tail.size() &&
+      path.compare(path.size() - tail.size(), tail.size(), tail) == 0) {
     path.erase(path.size() - tail.size());
   }
   return path;
@@ -182,7 +184,8 @@ std::set<std::string> DevicesInUse(const std::string& root) {
   return names;
 }
 
-std::map<std::string, std::string> UdevProperties(const std::string& root, const std::string& devNumbers) {
+std::map<std::string, std::string> UdevProperties(const std::string& root,
+                                                  const std::string& devNumbers) {
   std::map<std::string, std::string> properties;
   if (devNumbers.empty()) return properties;
   std::ifstream in(fs::path(root) / "run/udev/data" / ("b" + devNumbers));

@@ -12,19 +12,20 @@
 namespace zeda::pelka::platform {
 
 struct BlockDisk {
-  std::string name;         // kernel name: sda, nvme0n1, vda
-  std::string devNumbers;   // "major:minor"
-  std::string devicePath;   // physical path below /sys/devices, e.g. pci0000:00/0000:00:1f.2/ata1/host0/target0:0:0/0:0:0:0
+  std::string name;        // kernel name: sda, nvme0n1, vda
+  std::string devNumbers;  // "major:minor"
+  std::string devicePath;  // physical path below /sys/devices, e.g.
+                           // pci0000:00/0000:00:1f.2/ata1/host0/target0:0:0/0:0:0:0
   std::optional<std::uint64_t> sizeBytes;
   std::optional<bool> rotational;
-  std::string vendor;       // SCSI vendor; empty for ATA, NVMe and virtio
+  std::string vendor;  // SCSI vendor; empty for ATA, NVMe and virtio
   std::string model;
   std::string serial;
   std::string firmware;
-  std::string wwid;         // the kernel's world-wide identifier (naa., eui., t10., ...)
-  std::string state;        // device state: running, offline, live, dead, ...
+  std::string wwid;   // the kernel's world-wide identifier (naa., eui., t10., ...)
+  std::string state;  // device state: running, offline, live, dead, ...
   std::vector<std::string> partitions;  // kernel names, in name order
-  bool hasHolders = false;  // a device-mapper or md device sits on the disk
+  bool hasHolders = false;              // a device-mapper or md device sits on the disk
 };
 
 // Kernel names of devices that are not physical whole disks: loop, ram,
@@ -39,8 +40,8 @@ std::vector<BlockDisk> ScanBlockDisks(const std::string& root);
 
 // One md RAID array and the kernel names of its member devices by role.
 struct MdArray {
-  std::string name;                  // md0
-  std::vector<std::string> active;   // members in use (in_sync or being rebuilt)
+  std::string name;                 // md0
+  std::vector<std::string> active;  // members in use (in_sync or being rebuilt)
   std::vector<std::string> spares;
 };
 
@@ -56,6 +57,7 @@ std::set<std::string> DevicesInUse(const std::string& root);
 // the tests give one),
 // <root>/run/udev/data/b<major>:<minor> (lines "E:KEY=value"); empty when
 // udev has none.
-std::map<std::string, std::string> UdevProperties(const std::string& root, const std::string& devNumbers);
+std::map<std::string, std::string> UdevProperties(const std::string& root,
+                                                  const std::string& devNumbers);
 
 }  // namespace zeda::pelka::platform

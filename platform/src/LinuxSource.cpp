@@ -19,7 +19,9 @@ std::string Property(const Properties& properties, const char* key) {
   return it == properties.end() ? "" : it->second;
 }
 
-bool Contains(const std::string& text, const char* part) { return text.find(part) != std::string::npos; }
+bool Contains(const std::string& text, const char* part) {
+  return text.find(part) != std::string::npos;
+}
 
 std::string Trimmed(const std::string& text) {
   const auto first = text.find_first_not_of(" \t");
@@ -53,7 +55,8 @@ std::string FirstOf(std::initializer_list<std::string> candidates) {
 std::string Sanitized(const std::string& text) {
   std::string out;
   for (const char c : text) {
-    const bool kept = std::isalnum(static_cast<unsigned char>(c)) || c == '.' || c == '-' || c == '_' || c == ':';
+    const bool kept =
+        std::isalnum(static_cast<unsigned char>(c)) || c == '.' || c == '-' || c == '_' || c == ':';
     out += kept ? c : '_';
   }
   return out;
@@ -77,12 +80,14 @@ std::string InterfaceType(const BlockDisk& disk, const Properties& udev) {
   return "";
 }
 
-std::string StableId(const BlockDisk& disk, const Properties& udev, const std::string& interfaceType,
-                     const std::string& model, const std::string& serial) {
+std::string StableId(const BlockDisk& disk, const Properties& udev,
+                     const std::string& interfaceType, const std::string& model,
+                     const std::string& serial) {
   const std::string& wwid = disk.wwid;
   if (wwid.rfind("naa.", 0) == 0) return Sanitized("wwn-0x" + wwid.substr(4));
   if (wwid.rfind("eui.", 0) == 0) return Sanitized("eui-" + wwid.substr(4));
-  const std::string wwn = FirstOf({Property(udev, "ID_WWN_WITH_EXTENSION"), Property(udev, "ID_WWN")});
+  const std::string wwn =
+      FirstOf({Property(udev, "ID_WWN_WITH_EXTENSION"), Property(udev, "ID_WWN")});
   if (!wwn.empty()) return Sanitized("wwn-" + wwn);
   if (!serial.empty()) {
     std::string bus;
@@ -103,8 +108,8 @@ std::string StableId(const BlockDisk& disk, const Properties& udev, const std::s
 
 // Health and state from the device state and the SMART answer.
 void ApplyHealth(const BlockDisk& disk, const SmartReport* smart, DiskRecord& record) {
-  static const std::set<std::string> kGone = {"offline", "transport-offline", "cancel", "deleted",
-                                              "deleting", "dead"};
+  static const std::set<std::string> kGone = {"offline", "transport-offline", "cancel",
+                                              "deleted", "deleting",          "dead"};
   if (kGone.count(disk.state) != 0) {
     record.disk.status = zeda::orvi::NoContact;
     record.health = {"device " + disk.state, kHealthUnknown};
@@ -117,7 +122,8 @@ void ApplyHealth(const BlockDisk& disk, const SmartReport* smart, DiskRecord& re
   }
   switch (smart->verdict) {
     case SmartReport::Verdict::Passed:
-      record.disk.status = smart->attributesAtThreshold ? zeda::orvi::PredictiveFailure : zeda::orvi::Ok;
+      record.disk.status =
+          smart->attributesAtThreshold ? zeda::orvi::PredictiveFailure : zeda::orvi::Ok;
       record.health = {"PASSED", kHealthPassed};
       return;
     case SmartReport::Verdict::Failed:
@@ -138,7 +144,8 @@ void ApplyHealth(const BlockDisk& disk, const SmartReport* smart, DiskRecord& re
 }  // namespace
 
 LinuxSource::LinuxSource(LinuxSourceConfig config)
-    : config_(std::move(config)), smart_(SmartSettings{config_.smartctl, config_.smartTtl, config_.smartTimeout}) {}
+    : config_(std::move(config)),
+      smart_(SmartSettings{config_.smartctl, config_.smartTtl, config_.smartTimeout}) {}
 
 NasRecord LinuxSource::Read() {
   const std::vector<BlockDisk> disks = ScanBlockDisks(config_.root);
@@ -160,10 +167,12 @@ NasRecord LinuxSource::Read() {
   std::set<std::size_t> memberDisks;
   for (const MdArray& array : arrays) {
     for (const std::string& member : array.spares) {
-      if (const auto it = diskOfDevice.find(member); it != diskOfDevice.end()) spareDisks.insert(it->second);
+      if (const auto it = diskOfDevice.find(member); it != diskOfDevice.end())
+        spareDisks.insert(it->second);
     }
     for (const std::string& member : array.active) {
-      if (const auto it = diskOfDevice.find(member); it != diskOfDevice.end()) memberDisks.insert(it->second);
+      if (const auto it = diskOfDevice.find(member); it != diskOfDevice.end())
+        memberDisks.insert(it->second);
     }
   }
 
@@ -178,15 +187,15 @@ NasRecord LinuxSource::Read() {
     DiskRecord record;
     const std::string model = FirstOf({UdevDecoded(Property(udev, "ID_MODEL_ENC")), disk.model,
                                        Property(udev, "ID_MODEL"), report ? report->model : ""});
-    const std::string serial = FirstOf({Property(udev, "ID_SERIAL_SHORT"), disk.serial,
-                                        report ? report->serial : ""});
+    const std::string serial =
+        FirstOf({Property(udev, "ID_SERIAL_SHORT"), disk.serial, report ? report->serial : ""});
     std::string vendor = FirstOf({disk.vendor, UdevDecoded(Property(udev, "ID_VENDOR_ENC"))});
     if (vendor == "ATA") vendor.clear();  // the SCSI layer's word for any ATA disk, not a maker
     record.identity.model = model;
     record.identity.serial = serial;
     record.identity.product = (vendor.empty() || model.rfind(vendor, 0) == 0) ? model
-                              : model.empty()                                ? vendor
-                                                                             : vendor + " " + model;
+                              : model.empty()                                 ? vendor
+                                              : vendor + " " + model;
     record.disk.interfaceType = InterfaceType(disk, udev);
     record.disk.id = StableId(disk, udev, record.disk.interfaceType, model, serial);
     // The SCSI "rev" of an ATA disk is cut to four characters; udev and
@@ -199,15 +208,18 @@ NasRecord LinuxSource::Read() {
       const std::string udevRate = Property(udev, "ID_ATA_ROTATION_RATE_RPM");
       if (report != nullptr && report->rotationRate) {
         record.disk.rpm = *report->rotationRate;
-      } else if (!udevRate.empty() && udevRate.find_first_not_of("0123456789") == std::string::npos &&
+      } else if (!udevRate.empty() &&
+                 udevRate.find_first_not_of("0123456789") == std::string::npos &&
                  udevRate.size() < 7) {
         record.disk.rpm = static_cast<std::uint32_t>(std::stoul(udevRate));
       }
     }
     record.disk.isSpare = spareDisks.count(i) != 0;
-    const bool signature = !Property(udev, "ID_FS_TYPE").empty() || !Property(udev, "ID_PART_TABLE_TYPE").empty();
+    const bool signature =
+        !Property(udev, "ID_FS_TYPE").empty() || !Property(udev, "ID_PART_TABLE_TYPE").empty();
     record.disk.isFree = disk.partitions.empty() && !disk.hasHolders && !signature &&
-                         inUse.count(disk.name) == 0 && memberDisks.count(i) == 0 && spareDisks.count(i) == 0;
+                         inUse.count(disk.name) == 0 && memberDisks.count(i) == 0 &&
+                         spareDisks.count(i) == 0;
     ApplyHealth(disk, report, record);
     nas.disks.push_back(std::move(record));
   }
@@ -225,7 +237,8 @@ NasRecord LinuxSource::Read() {
     };
     add(array.active, group.dataDisks);
     add(array.spares, group.spareDisks);
-    if (!group.dataDisks.empty() || !group.spareDisks.empty()) nas.groups.push_back(std::move(group));
+    if (!group.dataDisks.empty() || !group.spareDisks.empty())
+      nas.groups.push_back(std::move(group));
   }
   return nas;
 }

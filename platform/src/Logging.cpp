@@ -2,11 +2,11 @@
 // name, its files in the given directory.
 #include "inventory/Logging.h"
 
+#include <unistd.h>
 #include <cstdlib>
 #include <filesystem>
 #include <mutex>
 #include <string>
-#include <unistd.h>
 
 #include <glog/logging.h>
 

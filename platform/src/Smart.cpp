@@ -1,10 +1,10 @@
 #include "Smart.h"
 
+#include <sys/stat.h>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
-#include <sys/stat.h>
 
 #include <glog/logging.h>
 #include <nlohmann/json.hpp>
@@ -81,7 +81,8 @@ SmartReport ParseSmartctlOutput(const std::string& output, int exitStatus) {
   try {
     document = json::parse(output);
   } catch (const json::parse_error&) {
-    throw std::runtime_error("unparsable smartctl output (exit status " + std::to_string(exitStatus) + ")");
+    throw std::runtime_error("unparsable smartctl output (exit status " +
+                             std::to_string(exitStatus) + ")");
   }
   if (!document.is_object() || !document.contains("smartctl")) {
     throw std::runtime_error("smartctl output without its \"smartctl\" member");
@@ -101,7 +102,8 @@ SmartReport ParseSmartctlOutput(const std::string& output, int exitStatus) {
       status->at("passed").is_boolean()) {
     if (status->at("passed").get<bool>()) {
       report.verdict = SmartReport::Verdict::Passed;
-      if (report.attributesAtThreshold) report.reason = "pre-failure attribute at or below threshold";
+      if (report.attributesAtThreshold)
+        report.reason = "pre-failure attribute at or below threshold";
     } else {
       report.verdict = SmartReport::Verdict::Failed;
       report.reason = errors.empty() ? "overall health self-assessment failed" : errors;
@@ -117,7 +119,9 @@ SmartReport ParseSmartctlOutput(const std::string& output, int exitStatus) {
     report.reason = errors.empty() ? "a SMART command failed" : errors;
   } else {
     report.verdict = SmartReport::Verdict::NoSmart;
-    report.reason = !errors.empty() ? errors : unsupported ? "SMART unsupported" : "no SMART status";
+    report.reason = !errors.empty() ? errors
+                    : unsupported   ? "SMART unsupported"
+                                    : "no SMART status";
   }
   return report;
 }
@@ -130,7 +134,8 @@ std::uint64_t SmartCache::Runs() const {
   return runs_;
 }
 
-std::map<std::string, SmartReport> SmartCache::Reports(const std::vector<std::string>& deviceNodes) {
+std::map<std::string, SmartReport> SmartCache::Reports(
+    const std::vector<std::string>& deviceNodes) {
   const std::lock_guard<std::mutex> lock(mutex_);
   const auto now = std::chrono::steady_clock::now();
   std::vector<std::string> stale;

@@ -16,10 +16,10 @@ namespace zeda::pelka::platform {
 // What one smartctl answer tells about a disk.
 struct SmartReport {
   enum class Verdict {
-    Passed,       // the overall health self-assessment passed
-    Failed,       // it failed: the drive predicts its own failure
+    Passed,         // the overall health self-assessment passed
+    Failed,         // it failed: the drive predicts its own failure
     CommandFailed,  // the drive has SMART but a SMART command failed
-    NoSmart,      // no SMART answer for this device (unsupported or unreadable)
+    NoSmart,        // no SMART answer for this device (unsupported or unreadable)
   };
   Verdict verdict = Verdict::NoSmart;
   bool attributesAtThreshold = false;  // a pre-failure attribute is at or below its threshold

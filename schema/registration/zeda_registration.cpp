@@ -35,7 +35,9 @@ struct ServedClass {
 constexpr ServedClass kServed[] = {PELKA_SERVED_CLASSES(ZEDA_REG_ENTRY)};
 #undef ZEDA_REG_ENTRY
 
-std::string ProviderName(const ServedClass& served) { return std::string(served.name) + "Provider"; }
+std::string ProviderName(const ServedClass& served) {
+  return std::string(served.name) + "Provider";
+}
 
 void WriteSfcb(std::ostream& out) {
   out << "# sfcb provider registration of lib" << kModule << ".so, generated from the\n"

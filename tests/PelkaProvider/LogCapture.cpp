@@ -6,13 +6,12 @@ LogCapture::LogCapture() { google::AddLogSink(this); }
 
 LogCapture::~LogCapture() { google::RemoveLogSink(this); }
 
-void LogCapture::send(google::LogSeverity severity, const char*, const char* baseFilename,
-                      int line, const google::LogMessageTime& time, const char* message,
-                      size_t length) {
+void LogCapture::send(google::LogSeverity severity, const char*, const char* baseFilename, int line,
+                      const google::LogMessageTime& time, const char* message, size_t length) {
   const std::lock_guard<std::mutex> lock(mutex_);
-  lines_.push_back(LoggedLine{
-      severity, baseFilename, line, std::string(message, length),
-      google::LogSink::ToString(severity, baseFilename, line, time, message, length)});
+  lines_.push_back(
+      LoggedLine{severity, baseFilename, line, std::string(message, length),
+                 google::LogSink::ToString(severity, baseFilename, line, time, message, length)});
 }
 
 std::vector<LoggedLine> LogCapture::lines() const {

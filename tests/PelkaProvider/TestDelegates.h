@@ -182,7 +182,8 @@ struct TestDisableIndications : Scripted<IndicationMI::DisableIndicationsDelegat
 // (none: the framework's default), delegates are installed from outside.
 class TestProvider : public PelkaProvider {
  public:
-  TestProvider(const CmpiBroker& broker, const CmpiContext& ctx) : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {}
+  TestProvider(const CmpiBroker& broker, const CmpiContext& ctx)
+      : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {}
   TestProvider(const CmpiBroker& broker, const CmpiContext& ctx, const std::string& className)
       : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
     setClassName(className);

@@ -9,8 +9,7 @@ CmpiBroker Broker() { return CmpiBroker(ModuleHost().broker()); }
 CmpiContext Context() { return CmpiContext(ModuleHost().context()); }
 
 CmpiObjectPath PathOf(const std::string& className) {
-  return CmpiObjectPath(
-      ModuleHost().makeObjectPath(zeda::host::ObjectPath(kNamespace, className)));
+  return CmpiObjectPath(ModuleHost().makeObjectPath(zeda::host::ObjectPath(kNamespace, className)));
 }
 
 }  // namespace zeda::test

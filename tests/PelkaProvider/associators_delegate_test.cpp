@@ -31,9 +31,8 @@ struct HandlerCall {
 
 class RecordingHandler : public AssociatorsDelegate::ClassHandler {
  public:
-  RecordingHandler(const std::string& endpoint, std::string label,
-                   std::vector<HandlerCall>& calls, std::vector<std::string>& destroyed,
-                   CmpiStatus answer = CmpiStatus(CMPI_RC_OK))
+  RecordingHandler(const std::string& endpoint, std::string label, std::vector<HandlerCall>& calls,
+                   std::vector<std::string>& destroyed, CmpiStatus answer = CmpiStatus(CMPI_RC_OK))
       : ClassHandler(endpoint),
         label_(std::move(label)),
         calls_(calls),
@@ -72,8 +71,7 @@ class Associators : public ::testing::Test {
 
   std::unique_ptr<RecordingHandler> handler(const std::string& endpoint, const std::string& label,
                                             CmpiStatus answer = CmpiStatus(CMPI_RC_OK)) {
-    return std::make_unique<RecordingHandler>(endpoint, label, calls, destroyed,
-                                              std::move(answer));
+    return std::make_unique<RecordingHandler>(endpoint, label, calls, destroyed, std::move(answer));
   }
 
   void installModuleLikeHandlers() {
@@ -122,9 +120,9 @@ TEST_F(Associators, SourceOfTheSecondEndpointGoesToTheSecondHandler) {
 }
 
 TEST_F(Associators, TheHandlersStatusIsReturned) {
-  delegate.setHandlers(handler("ZEDA_DiskDrive", "first",
-                               CmpiStatus(CMPI_RC_ERR_NOT_FOUND, "nothing here")),
-                       handler("ZEDA_PhysicalPackage_Disk", "second"));
+  delegate.setHandlers(
+      handler("ZEDA_DiskDrive", "first", CmpiStatus(CMPI_RC_ERR_NOT_FOUND, "nothing here")),
+      handler("ZEDA_PhysicalPackage_Disk", "second"));
   const CmpiStatus status = associators(PathOf("ZEDA_DiskDrive"), "ZEDA_Realizes_Disk");
   EXPECT_EQ(status.rc(), CMPI_RC_ERR_NOT_FOUND);
   EXPECT_STREQ(status.msg(), "nothing here");
@@ -134,8 +132,7 @@ TEST_F(Associators, TheHandlersStatusIsReturned) {
 TEST_F(Associators, ANameMatchingBothHandlersGoesToTheFirst) {
   delegate.setHandlers(handler("ZEDA_StorageExtent_Disk", "first"),
                        handler("ZEDA_StorageExtent_Disk", "second"));
-  EXPECT_EQ(associators(PathOf("ZEDA_StorageExtent_Disk"), "ZEDA_Realizes_Disk").rc(),
-            CMPI_RC_OK);
+  EXPECT_EQ(associators(PathOf("ZEDA_StorageExtent_Disk"), "ZEDA_Realizes_Disk").rc(), CMPI_RC_OK);
   ASSERT_EQ(calls.size(), 1u);
   EXPECT_EQ(calls[0].handler, "first");
 }
@@ -231,8 +228,7 @@ TEST_F(Associators, SubclassOfAnEndpointIsAnUnknownClassName) {
   const auto lines = FrameworkLines(capture);
   ASSERT_EQ(lines.size(), 1u);
   EXPECT_EQ(lines[0].line, 129);
-  EXPECT_EQ(lines[0].text,
-            "ZEDA_Realizes_Disk: Unknown class name: ZEDA_DiskDrive_Special (RC=4)");
+  EXPECT_EQ(lines[0].text, "ZEDA_Realizes_Disk: Unknown class name: ZEDA_DiskDrive_Special (RC=4)");
 }
 
 TEST_F(Associators, EndpointNameInOtherLetterCaseIsAnUnknownClassName) {

@@ -139,8 +139,8 @@ TEST_F(Dispatch, AssociatorsPassesTheOtherArgumentsAsReceived) {
                         std::make_unique<TestAssociators>(ok, seen));
   provider.associators(args.ctx, args.rslt, args.cop, "A", "B", "C", "D", args.properties);
   EXPECT_EQ(seen.texts, (Texts{"A", "B", "C", "D"}));
-  EXPECT_EQ(seen.pointers, (std::vector<const void*>{&args.ctx, &args.rslt, &args.cop,
-                                                     args.properties}));
+  EXPECT_EQ(seen.pointers,
+            (std::vector<const void*>{&args.ctx, &args.rslt, &args.cop, args.properties}));
 }
 
 TEST_F(Dispatch, AssociatorNamesConvertsNullFiltersToEmptyStrings) {
@@ -178,16 +178,16 @@ TEST_F(Dispatch, InvokeMethodConvertsANullMethodNameToAnEmptyString) {
   EXPECT_EQ(seen.texts, Texts{""});
   provider.invokeMethod(args.ctx, args.rslt, args.cop, "RequestStateChange", args.in, args.out);
   EXPECT_EQ(seen.texts, Texts{"RequestStateChange"});
-  EXPECT_EQ(seen.pointers, (std::vector<const void*>{&args.ctx, &args.rslt, &args.cop, &args.in,
-                                                     &args.out}));
+  EXPECT_EQ(seen.pointers,
+            (std::vector<const void*>{&args.ctx, &args.rslt, &args.cop, &args.in, &args.out}));
 }
 
 TEST_F(Dispatch, ExecQueryPassesQueryAndLanguageAsReceived) {
   TestProvider::install(&provider, provider.instanceDelegates().ExecQuery,
                         std::make_unique<TestExecQuery>(ok, seen));
   provider.execQuery(args.ctx, args.rslt, args.cop, args.query, args.language);
-  EXPECT_EQ(seen.pointers, (std::vector<const void*>{&args.ctx, &args.rslt, &args.cop,
-                                                     args.query, args.language}));
+  EXPECT_EQ(seen.pointers, (std::vector<const void*>{&args.ctx, &args.rslt, &args.cop, args.query,
+                                                     args.language}));
   provider.execQuery(args.ctx, args.rslt, args.cop, nullptr, nullptr);
   EXPECT_EQ(seen.pointers[3], nullptr);
   EXPECT_EQ(seen.pointers[4], nullptr);
@@ -197,16 +197,16 @@ TEST_F(Dispatch, InstanceOperationsPassInstanceAndPropertyList) {
   TestProvider::install(&provider, provider.instanceDelegates().SetInstance,
                         std::make_unique<TestSetInstance>(ok, seen));
   provider.setInstance(args.ctx, args.rslt, args.cop, args.inst, args.properties);
-  EXPECT_EQ(seen.pointers, (std::vector<const void*>{&args.ctx, &args.rslt, &args.cop,
-                                                     &args.inst, args.properties}));
+  EXPECT_EQ(seen.pointers, (std::vector<const void*>{&args.ctx, &args.rslt, &args.cop, &args.inst,
+                                                     args.properties}));
 }
 
 TEST_F(Dispatch, IndicationOperationsPassTheirArgumentsAsReceived) {
   TestProvider::install(&provider, provider.indicationDelegates().AuthorizeFilter,
                         std::make_unique<TestAuthorizeFilter>(ok, seen));
   provider.authorizeFilter(args.ctx, args.filter, args.indicationClass, args.cop, nullptr);
-  EXPECT_EQ(seen.pointers, (std::vector<const void*>{&args.ctx, &args.filter,
-                                                     args.indicationClass, &args.cop, nullptr}));
+  EXPECT_EQ(seen.pointers, (std::vector<const void*>{&args.ctx, &args.filter, args.indicationClass,
+                                                     &args.cop, nullptr}));
 
   Seen activated;
   TestProvider::install(&provider, provider.indicationDelegates().ActivateFilter,

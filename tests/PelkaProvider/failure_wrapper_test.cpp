@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include <boost/format.hpp>
 #include <gtest/gtest.h>
+#include <boost/format.hpp>
 
 #include "Exception.h"
 #include "LogCapture.h"

@@ -226,9 +226,9 @@ TEST_F(MIFactory, FailingInitializeWithoutMessageLeavesTheMessageNull) {
 TEST_F(MIFactory, FailingInitializeWithoutABrokerReportsTheCodeWithoutMessage) {
   plan.initializeAnswer = CmpiStatus(CMPI_RC_ERR_ACCESS_DENIED, "x");
   status.msg = reinterpret_cast<CMPIString*>(&status);
-  EXPECT_EQ(CreateMI<FactoryProvider>(instanceExport, base, nullptr, ModuleHost().context(),
-                                      &status),
-            nullptr);
+  EXPECT_EQ(
+      CreateMI<FactoryProvider>(instanceExport, base, nullptr, ModuleHost().context(), &status),
+      nullptr);
   EXPECT_EQ(status.rc, CMPI_RC_ERR_ACCESS_DENIED);
   EXPECT_EQ(status.msg, nullptr);
   EXPECT_EQ(base.getBaseMI(), nullptr);
@@ -242,9 +242,9 @@ TEST_F(MIFactory, FailingInitializeUnderABrokerWithoutNewStringLeavesTheMessageN
   broker.eft = &factories;
   plan.initializeAnswer = CmpiStatus(CMPI_RC_ERR_ACCESS_DENIED, "x");
   status.msg = reinterpret_cast<CMPIString*>(&status);
-  EXPECT_EQ(CreateMI<FactoryProvider>(associationExport, base, &broker, ModuleHost().context(),
-                                      &status),
-            nullptr);
+  EXPECT_EQ(
+      CreateMI<FactoryProvider>(associationExport, base, &broker, ModuleHost().context(), &status),
+      nullptr);
   EXPECT_EQ(status.rc, CMPI_RC_ERR_ACCESS_DENIED);
   EXPECT_EQ(status.msg, nullptr);
   EXPECT_EQ(base.getBaseMI(), nullptr);

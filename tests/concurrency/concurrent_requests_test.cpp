@@ -113,12 +113,14 @@ TEST(ConcurrentRequests, EveryAnswerIsWholeAndNewerThanTheLastWhileTheInventoryC
   std::atomic<long> versioned{0};
   std::atomic<long> newestSeen{0};
   VersionWriter writer(base, inventory, kWriterPeriodMicros);
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::duration<double>(testSeconds());
+  const auto deadline =
+      std::chrono::steady_clock::now() + std::chrono::duration<double>(testSeconds());
   std::vector<std::thread> threads;
   for (int t = 0; t < kThreads; ++t) {
     threads.emplace_back([&, t] {
       long lastSeen = 0;
-      for (std::size_t n = static_cast<std::size_t>(t); std::chrono::steady_clock::now() < deadline; n += 7) {
+      for (std::size_t n = static_cast<std::size_t>(t); std::chrono::steady_clock::now() < deadline;
+           n += 7) {
         const std::size_t i = n % mix.size();
         const Operation& op = mix[i];
         const Answer a = summarize(perform(h, op));
@@ -133,7 +135,8 @@ TEST(ConcurrentRequests, EveryAnswerIsWholeAndNewerThanTheLastWhileTheInventoryC
           continue;
         }
         if (a.versions.size() > 1) {
-          failures.add(op.label() + ": torn answer, versions " + std::to_string(*a.versions.begin()) + " to " +
+          failures.add(op.label() + ": torn answer, versions " +
+                       std::to_string(*a.versions.begin()) + " to " +
                        std::to_string(*a.versions.rbegin()));
           continue;
         }
@@ -141,7 +144,8 @@ TEST(ConcurrentRequests, EveryAnswerIsWholeAndNewerThanTheLastWhileTheInventoryC
         ++versioned;
         const long v = *a.versions.begin();
         if (v < lastSeen) {
-          failures.add(op.label() + ": version " + std::to_string(v) + " after " + std::to_string(lastSeen));
+          failures.add(op.label() + ": version " + std::to_string(v) + " after " +
+                       std::to_string(lastSeen));
         } else if (v > newestWritten + 1) {
           failures.add(op.label() + ": version " + std::to_string(v) + " never written");
         }
@@ -163,9 +167,9 @@ TEST(ConcurrentRequests, EveryAnswerIsWholeAndNewerThanTheLastWhileTheInventoryC
   EXPECT_GT(writer.written(), 10);
   RecordProperty("requests", std::to_string(served.load()));
   RecordProperty("versions_written", std::to_string(writer.written()));
-  std::cout << "served " << served.load() << " requests (" << versioned.load() << " carrying a version) over "
-            << mix.size() << " operations; " << writer.written() << " versions written, newest seen "
-            << newestSeen.load() << "\n";
+  std::cout << "served " << served.load() << " requests (" << versioned.load()
+            << " carrying a version) over " << mix.size() << " operations; " << writer.written()
+            << " versions written, newest seen " << newestSeen.load() << "\n";
 }
 
 }  // namespace

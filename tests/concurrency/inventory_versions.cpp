@@ -33,13 +33,17 @@ void writeFile(const std::string& path, const std::string& text) {
 void replaceAtomically(const std::string& path, const std::string& text) {
   const std::string temporary = path + ".next";
   writeFile(temporary, text);
-  if (std::rename(temporary.c_str(), path.c_str()) != 0) throw std::runtime_error("cannot rename to " + path);
+  if (std::rename(temporary.c_str(), path.c_str()) != 0)
+    throw std::runtime_error("cannot rename to " + path);
 }
 
 void rewriteInPlace(const std::string& path, const std::string& text) { writeFile(path, text); }
 
 VersionWriter::VersionWriter(nlohmann::json base, std::string path, long periodMicros)
-    : base_(std::move(base)), path_(std::move(path)), periodMicros_(periodMicros), thread_([this] { run(); }) {}
+    : base_(std::move(base)),
+      path_(std::move(path)),
+      periodMicros_(periodMicros),
+      thread_([this] { run(); }) {}
 
 VersionWriter::~VersionWriter() { stop(); }
 

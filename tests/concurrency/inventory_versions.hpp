@@ -10,8 +10,8 @@
 
 #include <atomic>
 #include <cstdint>
-#include <string>
 #include <mutex>
+#include <string>
 #include <thread>
 
 #include <nlohmann/json.hpp>

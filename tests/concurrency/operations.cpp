@@ -18,12 +18,18 @@ const std::string kNamespace = "root/cimv2";
 
 const char* kindName(Kind k) {
   switch (k) {
-    case Kind::EnumerateInstances: return "ei";
-    case Kind::GetInstance: return "gi";
-    case Kind::Associators: return "ai";
-    case Kind::AssociatorNames: return "ain";
-    case Kind::References: return "ri";
-    case Kind::ReferenceNames: return "rin";
+    case Kind::EnumerateInstances:
+      return "ei";
+    case Kind::GetInstance:
+      return "gi";
+    case Kind::Associators:
+      return "ai";
+    case Kind::AssociatorNames:
+      return "ain";
+    case Kind::References:
+      return "ri";
+    case Kind::ReferenceNames:
+      return "rin";
   }
   return "?";
 }
@@ -37,15 +43,18 @@ std::optional<long> versionOf(const Instance& i) {
     if (value < base) return std::nullopt;
     return static_cast<long>(value - base);
   };
-  const auto suffix = [](const std::string& text, const std::string& prefix) -> std::optional<long> {
-    if (text.size() <= prefix.size() || text.compare(0, prefix.size(), prefix) != 0) return std::nullopt;
+  const auto suffix = [](const std::string& text,
+                         const std::string& prefix) -> std::optional<long> {
+    if (text.size() <= prefix.size() || text.compare(0, prefix.size(), prefix) != 0)
+      return std::nullopt;
     const std::string digits = text.substr(prefix.size());
     if (digits.find_first_not_of("0123456789") != std::string::npos) return std::nullopt;
     return std::stol(digits);
   };
   if (cls == "ZEDA_DiskDrive") return above(i.property("RPM").u(), kBaseRpm);
   if (cls == "ZEDA_PhysicalPackage_Disk") return suffix(i.property("Model").str(), kModelPrefix);
-  if (cls == "ZEDA_SoftwareIdentity_Disk") return suffix(i.property("VersionString").str(), kFirmwarePrefix);
+  if (cls == "ZEDA_SoftwareIdentity_Disk")
+    return suffix(i.property("VersionString").str(), kFirmwarePrefix);
   return std::nullopt;
 }
 
@@ -74,24 +83,33 @@ std::vector<std::string> providersOf(host::Host& h, const std::string& tail) {
   return out;
 }
 
-std::string classOf(const std::string& provider) { return provider.substr(0, provider.size() - 8); }  // "Provider"
+std::string classOf(const std::string& provider) {
+  return provider.substr(0, provider.size() - 8);
+}  // "Provider"
 
 }  // namespace
 
 std::string Operation::label() const {
-  return std::string(kindName(kind)) + " " + formatObjectPath(path) + (assocClass ? " via " + *assocClass : "");
+  return std::string(kindName(kind)) + " " + formatObjectPath(path) +
+         (assocClass ? " via " + *assocClass : "");
 }
 
 Outcome perform(host::Host& h, const Operation& op) {
   switch (op.kind) {
-    case Kind::EnumerateInstances: return h.enumerateInstances(op.provider, op.path);
-    case Kind::GetInstance: return h.getInstance(op.provider, op.path);
+    case Kind::EnumerateInstances:
+      return h.enumerateInstances(op.provider, op.path);
+    case Kind::GetInstance:
+      return h.getInstance(op.provider, op.path);
     case Kind::Associators:
-      return h.associators(op.provider, op.path, op.assocClass, std::nullopt, std::nullopt, std::nullopt);
+      return h.associators(op.provider, op.path, op.assocClass, std::nullopt, std::nullopt,
+                           std::nullopt);
     case Kind::AssociatorNames:
-      return h.associatorNames(op.provider, op.path, op.assocClass, std::nullopt, std::nullopt, std::nullopt);
-    case Kind::References: return h.references(op.provider, op.path, op.assocClass, std::nullopt);
-    case Kind::ReferenceNames: return h.referenceNames(op.provider, op.path, op.assocClass, std::nullopt);
+      return h.associatorNames(op.provider, op.path, op.assocClass, std::nullopt, std::nullopt,
+                               std::nullopt);
+    case Kind::References:
+      return h.references(op.provider, op.path, op.assocClass, std::nullopt);
+    case Kind::ReferenceNames:
+      return h.referenceNames(op.provider, op.path, op.assocClass, std::nullopt);
   }
   return Outcome{};
 }
@@ -133,14 +151,16 @@ std::vector<Operation> everyOperation(host::Host& h) {
     }
   }
   for (const auto& path : endpoints["ZEDA_StorageExtent_Disk"]) {
-    ops.push_back(Operation{Kind::GetInstance, "ZEDA_StorageExtent_DiskProvider", path, std::nullopt});
+    ops.push_back(
+        Operation{Kind::GetInstance, "ZEDA_StorageExtent_DiskProvider", path, std::nullopt});
   }
   for (const auto& provider : providersOf(h, "_Create_AssociationMI")) {
     const std::string assoc = classOf(provider);
     for (const auto& [cls, paths] : endpoints) {
       if (paths.empty()) continue;
       for (const ObjectPath& end : {paths.front(), paths.back()}) {
-        for (Kind k : {Kind::Associators, Kind::AssociatorNames, Kind::References, Kind::ReferenceNames}) {
+        for (Kind k :
+             {Kind::Associators, Kind::AssociatorNames, Kind::References, Kind::ReferenceNames}) {
           ops.push_back(Operation{k, provider, end, assoc});
         }
       }

@@ -11,7 +11,14 @@
 
 namespace zeda::concurrency_test {
 
-enum class Kind { EnumerateInstances, GetInstance, Associators, AssociatorNames, References, ReferenceNames };
+enum class Kind {
+  EnumerateInstances,
+  GetInstance,
+  Associators,
+  AssociatorNames,
+  References,
+  ReferenceNames
+};
 
 struct Operation {
   Kind kind = Kind::EnumerateInstances;
@@ -28,8 +35,8 @@ host::Outcome perform(host::Host& h, const Operation& op);
 struct Answer {
   int code = 0;
   std::vector<std::string> identities;  // one per result, in order
-  std::set<long> versions;               // distinct versions carried by the results
-  std::string problem;                   // a result the test cannot read
+  std::set<long> versions;              // distinct versions carried by the results
+  std::string problem;                  // a result the test cannot read
 };
 
 Answer summarize(const host::Outcome& out);

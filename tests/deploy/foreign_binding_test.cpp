@@ -43,8 +43,8 @@ TEST_F(ForeignBinding, ForeignBindingIsWhatTheProcessResolvesFirst) {
 
 TEST_F(ForeignBinding, ModuleAnswersWithItsOwnBinding) {
   Host host(ZEDA_MODULE_PATH);
-  const auto drives = host.enumerateInstances("ZEDA_DiskDriveProvider",
-                                              ObjectPath("root/cimv2", "ZEDA_DiskDrive"));
+  const auto drives =
+      host.enumerateInstances("ZEDA_DiskDriveProvider", ObjectPath("root/cimv2", "ZEDA_DiskDrive"));
   EXPECT_TRUE(drives.ok()) << drives.status.code;
   EXPECT_TRUE(drives.done);
   EXPECT_FALSE(drives.results.empty());
@@ -52,9 +52,9 @@ TEST_F(ForeignBinding, ModuleAnswersWithItsOwnBinding) {
   // A walk that reads keys through libPelkaUtility's object-path readers.
   const ObjectPath disk = zeda::host::parseObjectPath(
       R"(ZEDA_DiskDrive.SystemName="ZEDA:nas1",DeviceID="ZEDA:nas1:DISK0:1")", "root/cimv2");
-  const auto drive = host.associators("ZEDA_MediaPresentProvider", disk,
-                                      std::string("ZEDA_MediaPresent"), std::nullopt, std::nullopt,
-                                      std::nullopt);
+  const auto drive =
+      host.associators("ZEDA_MediaPresentProvider", disk, std::string("ZEDA_MediaPresent"),
+                       std::nullopt, std::nullopt, std::nullopt);
   EXPECT_TRUE(drive.ok()) << drive.status.code;
   EXPECT_EQ(drive.results.size(), 1u);
 }

@@ -51,7 +51,8 @@ TEST_F(BindingExceptions, NonStandardExceptionBecomesAFailure) {
 
 TEST_F(BindingExceptions, BadAllocBecomesAFailure) {
   Outcome out;
-  EXPECT_NO_THROW(out = host.associators(kThrow, cls, std::nullopt, std::nullopt, std::nullopt, std::nullopt));
+  EXPECT_NO_THROW(
+      out = host.associators(kThrow, cls, std::nullopt, std::nullopt, std::nullopt, std::nullopt));
   EXPECT_NE(out.code(), 0);
   EXPECT_FALSE(out.done);
 }
@@ -64,7 +65,8 @@ TEST_F(BindingExceptions, RefusedUpCallSurfacesAsTheBrokersStatus) {
 
 TEST_F(BindingExceptions, UnimplementedOperationsAnswerNotSupported) {
   EXPECT_EQ(host.deleteInstance(kThrow, cls).code(), CMPI_RC_ERR_NOT_SUPPORTED);
-  EXPECT_EQ(host.referenceNames(kThrow, cls, std::nullopt, std::nullopt).code(), CMPI_RC_ERR_NOT_SUPPORTED);
+  EXPECT_EQ(host.referenceNames(kThrow, cls, std::nullopt, std::nullopt).code(),
+            CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
 TEST(BindingLifetime, CleanupAtUnloadDestroysTheSharedProvider) {

@@ -133,8 +133,8 @@ TEST_F(BrokerObjects, UnknownObjectsForTypeInquiry) {
 
 TEST_F(BrokerObjects, GetMessageSubstitutesArguments) {
   CMPIStatus rc{};
-  CMPIString* s = mb->eft->getMessage(mb, "ZEDA1", "$1 then $0, not $7", &rc, 2, CMPI_chars, "first", CMPI_uint32,
-                                      static_cast<unsigned long>(9));
+  CMPIString* s = mb->eft->getMessage(mb, "ZEDA1", "$1 then $0, not $7", &rc, 2, CMPI_chars,
+                                      "first", CMPI_uint32, static_cast<unsigned long>(9));
   EXPECT_EQ(rc.rc, CMPI_RC_OK);
   EXPECT_EQ(TextOf(s), "9 then first, not $7");
   EXPECT_EQ(mb->eft->getMessage(mb, "ZEDA1", "x", &rc, 1, CMPI_args, nullptr), nullptr);
@@ -143,7 +143,9 @@ TEST_F(BrokerObjects, GetMessageSubstitutesArguments) {
 
 TEST_F(BrokerObjects, LogAndTraceAreRecorded) {
   EXPECT_EQ(mb->eft->logMessage(mb, CMPI_SEV_ERROR, "ZEDA", "broken", nullptr).rc, CMPI_RC_OK);
-  EXPECT_EQ(mb->eft->trace(mb, CMPI_LEV_INFO, "comp", nullptr, mb->eft->newString(mb, "t", nullptr)).rc, CMPI_RC_OK);
+  EXPECT_EQ(
+      mb->eft->trace(mb, CMPI_LEV_INFO, "comp", nullptr, mb->eft->newString(mb, "t", nullptr)).rc,
+      CMPI_RC_OK);
   ASSERT_EQ(host.logMessages().size(), 1u);
   EXPECT_EQ(host.logMessages()[0].level, CMPI_SEV_ERROR);
   EXPECT_EQ(host.logMessages()[0].component, "ZEDA");
@@ -168,7 +170,8 @@ TEST(BrokerSettingsTest, SfcbLikeBroker) {
   EXPECT_EQ(mb->bft->brokerVersion, 0u);
   EXPECT_EQ(mb->eft->ftVersion, 1);
   EXPECT_EQ(mb->mft, nullptr);
-  EXPECT_EQ(mb->eft->logMessage(mb, CMPI_SEV_INFO, "id", "text", nullptr).rc, CMPI_RC_ERR_NOT_SUPPORTED);
+  EXPECT_EQ(mb->eft->logMessage(mb, CMPI_SEV_INFO, "id", "text", nullptr).rc,
+            CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
 }  // namespace

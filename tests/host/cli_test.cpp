@@ -22,33 +22,38 @@ std::vector<std::string> withModule(std::vector<std::string> args) {
 int lines(const std::string& s) { return static_cast<int>(std::count(s.begin(), s.end(), '\n')); }
 
 TEST(ZedaCim, JsonEnumerateInstancesIsTheExactDocument) {
-  const CliRun r = RunZedaCim(withModule({"--format", "json", "--property", "U16", "--property", "R64", "ei",
-                                    "ZEDA_HostTest"}));
+  const CliRun r = RunZedaCim(withModule(
+      {"--format", "json", "--property", "U16", "--property", "R64", "ei", "ZEDA_HostTest"}));
   ASSERT_EQ(r.status, 0) << r.err;
   EXPECT_EQ(r.err, "");
-  const json path1 = {{"namespace", "root/cimv2"},
-                      {"classname", "ZEDA_HostTest"},
-                      {"keys", json::array({{{"name", "InstanceID"}, {"type", "string"}, {"value", "1"}}})}};
-  const json path2 = {{"namespace", "root/cimv2"},
-                      {"classname", "ZEDA_HostTest"},
-                      {"keys", json::array({{{"name", "InstanceID"}, {"type", "string"}, {"value", "2"}}})}};
+  const json path1 = {
+      {"namespace", "root/cimv2"},
+      {"classname", "ZEDA_HostTest"},
+      {"keys", json::array({{{"name", "InstanceID"}, {"type", "string"}, {"value", "1"}}})}};
+  const json path2 = {
+      {"namespace", "root/cimv2"},
+      {"classname", "ZEDA_HostTest"},
+      {"keys", json::array({{{"name", "InstanceID"}, {"type", "string"}, {"value", "2"}}})}};
   const json expected = {
       {"operation", "ei"},
       {"status", {{"code", 0}, {"message", nullptr}}},
       {"done", true},
       {"results",
        json::array({{{"path", path1},
-                     {"properties", json::array({{{"name", "InstanceID"}, {"type", "string"}, {"value", "1"}},
-                                                 {{"name", "U16"}, {"type", "uint16"}, {"value", 65535}},
-                                                 {{"name", "R64"}, {"type", "real64"}, {"value", -0.25}}})}},
+                     {"properties",
+                      json::array({{{"name", "InstanceID"}, {"type", "string"}, {"value", "1"}},
+                                   {{"name", "U16"}, {"type", "uint16"}, {"value", 65535}},
+                                   {{"name", "R64"}, {"type", "real64"}, {"value", -0.25}}})}},
                     {{"path", path2},
-                     {"properties", json::array({{{"name", "InstanceID"}, {"type", "string"}, {"value", "2"}},
-                                                 {{"name", "U16"}, {"type", "uint16"}, {"value", 2}}})}}})}};
+                     {"properties",
+                      json::array({{{"name", "InstanceID"}, {"type", "string"}, {"value", "2"}},
+                                   {{"name", "U16"}, {"type", "uint16"}, {"value", 2}}})}}})}};
   EXPECT_EQ(json::parse(r.out), expected);
 }
 
 TEST(ZedaCim, JsonCarriesEveryTypeWithExactIntegers) {
-  const CliRun r = RunZedaCim(withModule({"--format", "json", "gi", "ZEDA_HostTest.InstanceID=\"1\""}));
+  const CliRun r =
+      RunZedaCim(withModule({"--format", "json", "gi", "ZEDA_HostTest.InstanceID=\"1\""}));
   ASSERT_EQ(r.status, 0) << r.err;
   const json doc = json::parse(r.out);
   const json& props = doc["results"][0]["properties"];
@@ -75,36 +80,44 @@ TEST(ZedaCim, MofIsTheDefault) {
             "instance of ZEDA_HostTest {\n    InstanceID = \"1\";\n    U16 = 65535;\n};\n"
             "\ninstance of ZEDA_HostTest {\n    InstanceID = \"2\";\n    U16 = 2;\n};\n");
   const CliRun names = RunZedaCim(withModule({"ein", "ZEDA_HostTest"}));
-  EXPECT_EQ(names.out,
-            "root/cimv2:ZEDA_HostTest.InstanceID=\"1\"\nroot/cimv2:ZEDA_HostTest.InstanceID=\"2\"\n");
+  EXPECT_EQ(
+      names.out,
+      "root/cimv2:ZEDA_HostTest.InstanceID=\"1\"\nroot/cimv2:ZEDA_HostTest.InstanceID=\"2\"\n");
 }
 
 TEST(ZedaCim, XmlOutput) {
-  const CliRun r = RunZedaCim(withModule({"--format", "xml", "--property", "Name", "gi", "ZEDA_HostTest.InstanceID=\"1\""}));
+  const CliRun r = RunZedaCim(withModule(
+      {"--format", "xml", "--property", "Name", "gi", "ZEDA_HostTest.InstanceID=\"1\""}));
   ASSERT_EQ(r.status, 0) << r.err;
-  EXPECT_NE(r.out.find("<VALUE.NAMEDINSTANCE><INSTANCENAME CLASSNAME=\"ZEDA_HostTest\">"), std::string::npos);
-  EXPECT_NE(r.out.find("<PROPERTY NAME=\"Name\" TYPE=\"string\"><VALUE>Disk &quot;one&quot; &lt;&amp;&gt; \\ end"
-                       "</VALUE></PROPERTY>"),
-            std::string::npos)
+  EXPECT_NE(r.out.find("<VALUE.NAMEDINSTANCE><INSTANCENAME CLASSNAME=\"ZEDA_HostTest\">"),
+            std::string::npos);
+  EXPECT_NE(
+      r.out.find(
+          "<PROPERTY NAME=\"Name\" TYPE=\"string\"><VALUE>Disk &quot;one&quot; &lt;&amp;&gt; \\ end"
+          "</VALUE></PROPERTY>"),
+      std::string::npos)
       << r.out;
 }
 
 TEST(ZedaCim, NamespaceOption) {
   const CliRun r = RunZedaCim(withModule({"--namespace", "root/zeda", "ein", "ZEDA_HostTest"}));
-  EXPECT_EQ(r.out, "root/zeda:ZEDA_HostTest.InstanceID=\"1\"\nroot/zeda:ZEDA_HostTest.InstanceID=\"2\"\n");
+  EXPECT_EQ(r.out,
+            "root/zeda:ZEDA_HostTest.InstanceID=\"1\"\nroot/zeda:ZEDA_HostTest.InstanceID=\"2\"\n");
 }
 
 TEST(ZedaCim, AssociationClassHandedOverAsGivenOrNull) {
-  const CliRun nullAssoc = RunZedaCim(
-      withModule({"--format", "json", "ai", "ZEDA_HostTest.InstanceID=\"1\"", "--provider", "ZEDA_HostTest"}));
+  const CliRun nullAssoc = RunZedaCim(withModule(
+      {"--format", "json", "ai", "ZEDA_HostTest.InstanceID=\"1\"", "--provider", "ZEDA_HostTest"}));
   ASSERT_EQ(nullAssoc.status, 0) << nullAssoc.err;
   json doc = json::parse(nullAssoc.out);
   EXPECT_EQ(doc["operation"], "ai");
-  EXPECT_EQ(doc["results"][0]["properties"][1], json::parse(R"({"name": "AssocClass", "type": "string", "value": null})"));
+  EXPECT_EQ(doc["results"][0]["properties"][1],
+            json::parse(R"({"name": "AssocClass", "type": "string", "value": null})"));
 
-  const CliRun cased = RunZedaCim(withModule({"--format", "json", "associators", "ZEDA_HostTest.InstanceID=\"1\"",
-                                        "--assoc-class", "zeda_hosttest", "--provider", "ZEDA_HostTest",
-                                        "--role", "R", "--result-role", "RR", "--result-class", "C"}));
+  const CliRun cased =
+      RunZedaCim(withModule({"--format", "json", "associators", "ZEDA_HostTest.InstanceID=\"1\"",
+                             "--assoc-class", "zeda_hosttest", "--provider", "ZEDA_HostTest",
+                             "--role", "R", "--result-role", "RR", "--result-class", "C"}));
   ASSERT_EQ(cased.status, 0) << cased.err;
   doc = json::parse(cased.out);
   const json& p = doc["results"][0]["properties"];
@@ -116,17 +129,20 @@ TEST(ZedaCim, AssociationClassHandedOverAsGivenOrNull) {
 }
 
 TEST(ZedaCim, ProviderFollowsTheAssociationClass) {
-  const CliRun r = RunZedaCim(withModule({"ain", "ZEDA_HostTest.InstanceID=\"1\"", "--assoc-class", "ZEDA_HostTest"}));
+  const CliRun r = RunZedaCim(
+      withModule({"ain", "ZEDA_HostTest.InstanceID=\"1\"", "--assoc-class", "ZEDA_HostTest"}));
   ASSERT_EQ(r.status, 0) << r.err;
   EXPECT_EQ(r.out, "root/cimv2:ZEDA_HostTest.InstanceID=\"2\"\n");
 }
 
 TEST(ZedaCim, NonZeroStatusExitsOne) {
-  const CliRun r = RunZedaCim(withModule({"--format", "json", "rin", "ZEDA_HostTest.InstanceID=\"1\"", "--provider",
-                                    "ZEDA_HostTest"}));
+  const CliRun r =
+      RunZedaCim(withModule({"--format", "json", "rin", "ZEDA_HostTest.InstanceID=\"1\"",
+                             "--provider", "ZEDA_HostTest"}));
   EXPECT_EQ(r.status, 1);
   const json doc = json::parse(r.out);
-  EXPECT_EQ(doc["status"], json::parse(R"({"code": 6, "message": "reference names: nothing more"})"));
+  EXPECT_EQ(doc["status"],
+            json::parse(R"({"code": 6, "message": "reference names: nothing more"})"));
   EXPECT_EQ(doc["done"], false);
   EXPECT_EQ(doc["results"].size(), 1u);
 
@@ -142,7 +158,8 @@ TEST(ZedaCim, ClassesListsTheFactoriesOfTheModule) {
   EXPECT_EQ(r.out,
             "ZEDA_HostHalf: ZEDA_HostHalfProvider_Create_InstanceMI\n"
             "ZEDA_HostRefuse: ZEDA_HostRefuseProvider_Create_InstanceMI\n"
-            "ZEDA_HostTest: ZEDA_HostTestProvider_Create_AssociationMI ZEDA_HostTestProvider_Create_IndicationMI "
+            "ZEDA_HostTest: ZEDA_HostTestProvider_Create_AssociationMI "
+            "ZEDA_HostTestProvider_Create_IndicationMI "
             "ZEDA_HostTestProvider_Create_InstanceMI ZEDA_HostTestProvider_Create_MethodMI\n");
   const CliRun j = RunZedaCim(withModule({"--format", "json", "classes"}));
   const json doc = json::parse(j.out);
@@ -154,8 +171,9 @@ TEST(ZedaCim, ClassesListsTheFactoriesOfTheModule) {
 TEST(ZedaCim, EnvironmentIsSetBeforeLoading) {
   // The refusing factory is reached through the provider of its class; the
   // exit status follows the factory's code.
-  const CliRun r = RunZedaCim(withModule({"--inventory", "/tmp/inv.json", "--program-data", "/tmp/pd", "--nas-trace",
-                                    "/tmp/trace", "ei", "ZEDA_HostRefuse"}));
+  const CliRun r =
+      RunZedaCim(withModule({"--inventory", "/tmp/inv.json", "--program-data", "/tmp/pd",
+                             "--nas-trace", "/tmp/trace", "ei", "ZEDA_HostRefuse"}));
   EXPECT_EQ(r.status, 1);
   EXPECT_EQ(r.err, "zeda-cim: CMPI_RC_ERR_ACCESS_DENIED (2): refused\n");
 }
@@ -185,39 +203,68 @@ std::vector<UsageCase> usageCases() {
       {"NoOperation", {"--module", m}, "no operation given"},
       {"UnknownOperation", {"--module", m, "frobnicate", "X"}, "unknown operation frobnicate"},
       // Control characters of the user's text are shown escaped: the message stays one line.
-      {"UnknownOperationWithLineBreak", {"--module", m, "a\nb\tc\x01", "X"}, "unknown operation a\\nb\\tc\\x01"},
-      {"MalformedPathWithLineBreak", {"--module", m, "ei", "ZEDA_HostTest.K=\"1\n"},
+      {"UnknownOperationWithLineBreak",
+       {"--module", m, "a\nb\tc\x01", "X"},
+       "unknown operation a\\nb\\tc\\x01"},
+      {"MalformedPathWithLineBreak",
+       {"--module", m, "ei", "ZEDA_HostTest.K=\"1\n"},
        "malformed object path at column 17: unterminated quoted value"},
-      {"ClassWithKeysAndLineBreak", {"--module", m, "ei", "X.A=\"1\n2\""}, "CLASS X.A=\"1\\n2\" must be a class name without keys"},
+      {"ClassWithKeysAndLineBreak",
+       {"--module", m, "ei", "X.A=\"1\n2\""},
+       "CLASS X.A=\"1\\n2\" must be a class name without keys"},
       {"MissingClass", {"--module", m, "ei"}, "ei needs a CLASS"},
       {"MissingPath", {"--module", m, "gi"}, "gi needs a PATH"},
       {"ExtraArgument", {"--module", m, "ei", "A", "B"}, "unexpected argument B"},
-      {"UnknownFormat", {"--module", m, "--format", "yaml", "ei", "X"}, "unknown format yaml (mof, json or xml)"},
-      {"OptionWithoutValue", {"--module", m, "ei", "X", "--module"}, "option --module needs a value"},
-      {"AssociationWithoutProvider", {"--module", m, "ai", "ZEDA_HostTest"}, "ai needs --assoc-class or --provider"},
-      {"AssociationOptionElsewhere", {"--module", m, "ei", "X", "--role", "R"}, "option --role applies to association operations only"},
-      {"ResultRoleOnReferences", {"--module", m, "ri", "X", "--provider", "P", "--result-role", "R"},
+      {"UnknownFormat",
+       {"--module", m, "--format", "yaml", "ei", "X"},
+       "unknown format yaml (mof, json or xml)"},
+      {"OptionWithoutValue",
+       {"--module", m, "ei", "X", "--module"},
+       "option --module needs a value"},
+      {"AssociationWithoutProvider",
+       {"--module", m, "ai", "ZEDA_HostTest"},
+       "ai needs --assoc-class or --provider"},
+      {"AssociationOptionElsewhere",
+       {"--module", m, "ei", "X", "--role", "R"},
+       "option --role applies to association operations only"},
+      {"ResultRoleOnReferences",
+       {"--module", m, "ri", "X", "--provider", "P", "--result-role", "R"},
        "option --result-role does not apply to ri"},
-      {"UnterminatedQuote", {"--module", m, "gi", "ZEDA_HostTest.InstanceID=\"1"},
+      {"UnterminatedQuote",
+       {"--module", m, "gi", "ZEDA_HostTest.InstanceID=\"1"},
        "malformed object path at column 26: unterminated quoted value"},
-      {"MissingKeyName", {"--module", m, "gi", "ZEDA_HostTest.=1"}, "malformed object path at column 15: expected key name"},
-      {"ClassWithKeys", {"--module", m, "ei", "ZEDA_HostTest.A=\"1\""}, "CLASS ZEDA_HostTest.A=\"1\" must be a class name without keys"},
-      {"ModuleNotFound", {"--module", "/nonexistent/module.so", "ei", "X"}, "module not found: /nonexistent/module.so"},
-      {"FactoryMissing", {"--module", m, "ei", "ZEDA_Nobody"},
+      {"MissingKeyName",
+       {"--module", m, "gi", "ZEDA_HostTest.=1"},
+       "malformed object path at column 15: expected key name"},
+      {"ClassWithKeys",
+       {"--module", m, "ei", "ZEDA_HostTest.A=\"1\""},
+       "CLASS ZEDA_HostTest.A=\"1\" must be a class name without keys"},
+      {"ModuleNotFound",
+       {"--module", "/nonexistent/module.so", "ei", "X"},
+       "module not found: /nonexistent/module.so"},
+      {"FactoryMissing",
+       {"--module", m, "ei", "ZEDA_Nobody"},
        "factory missing: module " + m + " exports no ZEDA_NobodyProvider_Create_InstanceMI"},
       // The module prints on stderr when loaded: only zeda-cim's own line shows.
-      {"ModuleWithoutFactories", {"--module", ZEDA_TEST_EMPTY_MODULE, "classes"},
-       std::string("module ") + ZEDA_TEST_EMPTY_MODULE + " exports no provider factory (*_Create_*MI)"},
-      {"ModuleWithoutFactoriesAnyOperation", {"--module", ZEDA_TEST_EMPTY_MODULE, "ei", "X"},
-       std::string("module ") + ZEDA_TEST_EMPTY_MODULE + " exports no provider factory (*_Create_*MI)"},
+      {"ModuleWithoutFactories",
+       {"--module", ZEDA_TEST_EMPTY_MODULE, "classes"},
+       std::string("module ") + ZEDA_TEST_EMPTY_MODULE +
+           " exports no provider factory (*_Create_*MI)"},
+      {"ModuleWithoutFactoriesAnyOperation",
+       {"--module", ZEDA_TEST_EMPTY_MODULE, "ei", "X"},
+       std::string("module ") + ZEDA_TEST_EMPTY_MODULE +
+           " exports no provider factory (*_Create_*MI)"},
       // Bytes that are not UTF-8 are shown as escapes; UTF-8 text stays as it is.
-      {"BytesThatAreNotUtf8", {"--module", m, "--format", "y\xff\xc3(\xc3\xa9\x7f", "ei", "X"},
+      {"BytesThatAreNotUtf8",
+       {"--module", m, "--format", "y\xff\xc3(\xc3\xa9\x7f", "ei", "X"},
        "unknown format y\\xff\\xc3(\xc3\xa9\\x7f (mof, json or xml)"},
   };
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, ZedaCimUsage, ::testing::ValuesIn(usageCases()),
-                         [](const ::testing::TestParamInfo<UsageCase>& info) { return info.param.label; });
+                         [](const ::testing::TestParamInfo<UsageCase>& info) {
+                           return info.param.label;
+                         });
 
 // ---- results printed as they come ---------------------------------------
 
@@ -238,7 +285,8 @@ TEST(ZedaCimStreaming, JsonOfManyResultsIsOneDocumentWithEveryMember) {
   ASSERT_EQ(doc["results"].size(), 500u);
   for (unsigned i = 0; i < 500; ++i) {
     const json& props = doc["results"][i]["properties"];
-    EXPECT_EQ(props[0], json::parse(R"({"name": "Index", "type": "uint32", "value": )" + std::to_string(i) + "}"));
+    EXPECT_EQ(props[0], json::parse(R"({"name": "Index", "type": "uint32", "value": )" +
+                                    std::to_string(i) + "}"));
     EXPECT_EQ(props[1]["value"], "item-" + std::to_string(i));
   }
   // One result a line: printed as it comes, not as one block at the end.
@@ -251,20 +299,24 @@ TEST(ZedaCimStreaming, MofAndXmlOfManyResultsAreTheWholeOutcomesText) {
   std::string expected;
   for (unsigned i = 0; i < 500; ++i) {
     if (i > 0) expected += "\n";
-    expected += "instance of ZEDA_HostMany {\n    Index = " + std::to_string(i) + ";\n    Name = \"item-" +
-                std::to_string(i) + "\";\n    Tag = \"\";\n};\n";
+    expected += "instance of ZEDA_HostMany {\n    Index = " + std::to_string(i) +
+                ";\n    Name = \"item-" + std::to_string(i) + "\";\n    Tag = \"\";\n};\n";
   }
   EXPECT_EQ(mof.out, expected);
 
   const CliRun xml = RunZedaCim(withManyModule({"--format", "xml", "ein", "ZEDA_HostMany"}));
   // The module has no enumerateInstanceNames: an empty document and the status line.
   EXPECT_EQ(xml.status, 1);
-  EXPECT_EQ(xml.out, "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<IRETURNVALUE>\n</IRETURNVALUE>\n");
+  EXPECT_EQ(xml.out,
+            "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<IRETURNVALUE>\n</IRETURNVALUE>\n");
   EXPECT_EQ(xml.err, "zeda-cim: CMPI_RC_ERR_NOT_SUPPORTED (7)\n");
 
   const CliRun full = RunZedaCim(withManyModule({"--format", "xml", "ei", "ZEDA_HostMany"}));
   ASSERT_EQ(full.status, 0);
-  EXPECT_EQ(full.out.rfind("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<IRETURNVALUE>\n<VALUE.NAMEDINSTANCE>", 0), 0u);
+  EXPECT_EQ(
+      full.out.rfind(
+          "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<IRETURNVALUE>\n<VALUE.NAMEDINSTANCE>", 0),
+      0u);
   EXPECT_EQ(std::count(full.out.begin(), full.out.end(), '\n'), 500 + 3);
   EXPECT_EQ(full.out.substr(full.out.size() - 17), "\n</IRETURNVALUE>\n");
 }
@@ -274,7 +326,8 @@ TEST(ZedaCimStreaming, JsonWithoutResultsStaysOneDocument) {
   EXPECT_EQ(r.status, 1);
   EXPECT_EQ(r.err, "");
   const json doc = json::parse(r.out);
-  EXPECT_EQ(doc, json::parse(R"({"operation": "ein", "status": {"code": 7, "message": null}, "done": false,
+  EXPECT_EQ(doc, json::parse(
+                     R"({"operation": "ein", "status": {"code": 7, "message": null}, "done": false,
                                  "results": []})"));
 }
 

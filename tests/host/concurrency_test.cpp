@@ -66,7 +66,8 @@ TEST(Concurrency, ThreadsEnumeratingAtOnceEachGetTheirOwnCompleteAnswer) {
       for (int round = 0; round < kRounds; ++round) {
         const std::string tag = "t" + std::to_string(t) + "r" + std::to_string(round);
         const Outcome out = h.enumerateInstances(
-            "ZEDA_HostManyProvider", ObjectPath("root/cimv2", "ZEDA_HostMany", {{"Tag", Value::string(tag)}}));
+            "ZEDA_HostManyProvider",
+            ObjectPath("root/cimv2", "ZEDA_HostMany", {{"Tag", Value::string(tag)}}));
         bool good = out.ok() && out.done && out.results.size() == kItems;
         for (unsigned i = 0; good && i < kItems; ++i) {
           const Instance& inst = out.results[i].instance();
@@ -115,7 +116,8 @@ TEST(Concurrency, FactoriesOfOneClassAreNeverCalledByTwoThreadsAtOnce) {
 
   // createMI is serialized the same way.
   std::vector<std::thread> more;
-  for (int t = 0; t < 4; ++t) more.emplace_back([&] { h.createMI("ZEDA_HostSlowAProvider", MIKind::Instance); });
+  for (int t = 0; t < 4; ++t)
+    more.emplace_back([&] { h.createMI("ZEDA_HostSlowAProvider", MIKind::Instance); });
   for (auto& th : more) th.join();
   EXPECT_EQ(maxSameClass(0), 1);
   EXPECT_EQ(calls(0), 5);
@@ -127,9 +129,9 @@ TEST(Concurrency, BrokerCallsFromManyThreadsKeepEveryRequestApart) {
   // many threads at once on one host, each must pass as it does alone.
   Host h(testProvider());
   const ObjectPath path = testPath("1");
-  const std::vector<std::string> checks = {"CheckStrings", "CheckArrays", "CheckDateTimes",
+  const std::vector<std::string> checks = {"CheckStrings",     "CheckArrays",    "CheckDateTimes",
                                            "CheckObjectPaths", "CheckInstances", "CheckArgs",
-                                           "CheckErrors", "CheckMemory", "CheckUpcalls"};
+                                           "CheckErrors",      "CheckMemory",    "CheckUpcalls"};
   // Once alone first: the test provider's factories store the broker in a
   // global, which its operations read; every MI it has is made before the
   // threads start (up-calls reach the instance MI).

@@ -36,7 +36,8 @@ TEST(FormatMof, EveryType) {
 TEST(FormatMof, OutcomeWithPathsAndInstances) {
   Outcome out;
   out.results.emplace_back(ObjectPath(kNamespace, "ZEDA_A", {{"K", Value::string("1")}}));
-  out.results.emplace_back(Instance(ObjectPath(kNamespace, "ZEDA_B"), {{"P", Value::boolean(false)}}));
+  out.results.emplace_back(
+      Instance(ObjectPath(kNamespace, "ZEDA_B"), {{"P", Value::boolean(false)}}));
   out.results.emplace_back(Instance(ObjectPath(kNamespace, "ZEDA_C")));
   EXPECT_EQ(toMof(out),
             "root/cimv2:ZEDA_A.K=\"1\"\n"

@@ -13,13 +13,15 @@ TEST(Loader, MissingModuleIsAClearError) {
     Host host("/nonexistent/libnothing.so");
     FAIL();
   } catch (const LoadError& e) {
-    EXPECT_NE(std::string(e.what()).find("cannot load module /nonexistent/libnothing.so"), std::string::npos)
+    EXPECT_NE(std::string(e.what()).find("cannot load module /nonexistent/libnothing.so"),
+              std::string::npos)
         << e.what();
   }
 }
 
 TEST(Loader, FactorySymbolNames) {
-  EXPECT_EQ(factorySymbol("ZEDA_DiskDriveProvider", MIKind::Instance), "ZEDA_DiskDriveProvider_Create_InstanceMI");
+  EXPECT_EQ(factorySymbol("ZEDA_DiskDriveProvider", MIKind::Instance),
+            "ZEDA_DiskDriveProvider_Create_InstanceMI");
   EXPECT_EQ(factorySymbol("P", MIKind::Association), "P_Create_AssociationMI");
   EXPECT_EQ(factorySymbol("P", MIKind::Method), "P_Create_MethodMI");
   EXPECT_EQ(factorySymbol("P", MIKind::Indication), "P_Create_IndicationMI");
@@ -27,13 +29,12 @@ TEST(Loader, FactorySymbolNames) {
 
 TEST(Loader, ExportedFactoriesComeFromTheDynamicSymbolTable) {
   Host host(testProvider());
-  EXPECT_EQ(host.exportedFactories(),
-            (std::vector<std::string>{"ZEDA_HostHalfProvider_Create_InstanceMI",
-                                      "ZEDA_HostRefuseProvider_Create_InstanceMI",
-                                      "ZEDA_HostTestProvider_Create_AssociationMI",
-                                      "ZEDA_HostTestProvider_Create_IndicationMI",
-                                      "ZEDA_HostTestProvider_Create_InstanceMI",
-                                      "ZEDA_HostTestProvider_Create_MethodMI"}));
+  EXPECT_EQ(
+      host.exportedFactories(),
+      (std::vector<std::string>{
+          "ZEDA_HostHalfProvider_Create_InstanceMI", "ZEDA_HostRefuseProvider_Create_InstanceMI",
+          "ZEDA_HostTestProvider_Create_AssociationMI", "ZEDA_HostTestProvider_Create_IndicationMI",
+          "ZEDA_HostTestProvider_Create_InstanceMI", "ZEDA_HostTestProvider_Create_MethodMI"}));
   EXPECT_TRUE(host.hasFactory(kTestProvider, MIKind::Instance));
   EXPECT_FALSE(host.hasFactory("ZEDA_HostRefuseProvider", MIKind::Association));
 }
@@ -60,7 +61,8 @@ TEST(Loader, RefusingFactoryReportsCodeAndMessage) {
   EXPECT_EQ(r.mi, nullptr);
   EXPECT_EQ(r.status.code, CMPI_RC_ERR_ACCESS_DENIED);
   EXPECT_EQ(r.status.message, std::optional<std::string>("refused"));
-  const Outcome out = host.enumerateInstances("ZEDA_HostRefuseProvider", ObjectPath(kNamespace, "ZEDA_HostRefuse"));
+  const Outcome out =
+      host.enumerateInstances("ZEDA_HostRefuseProvider", ObjectPath(kNamespace, "ZEDA_HostRefuse"));
   EXPECT_EQ(out.code(), CMPI_RC_ERR_ACCESS_DENIED);
   EXPECT_EQ(out.status.message, std::optional<std::string>("refused"));
   EXPECT_FALSE(out.done);
@@ -84,10 +86,12 @@ TEST(Loader, MissingFactoryThrows) {
     host.createMI("ZEDA_NobodyProvider", MIKind::Instance);
     FAIL();
   } catch (const FactoryMissing& e) {
-    EXPECT_NE(std::string(e.what()).find("ZEDA_NobodyProvider_Create_InstanceMI"), std::string::npos);
+    EXPECT_NE(std::string(e.what()).find("ZEDA_NobodyProvider_Create_InstanceMI"),
+              std::string::npos);
   }
-  EXPECT_THROW(host.enumerateInstances("ZEDA_NobodyProvider", ObjectPath(kNamespace, "ZEDA_Nobody")),
-               FactoryMissing);
+  EXPECT_THROW(
+      host.enumerateInstances("ZEDA_NobodyProvider", ObjectPath(kNamespace, "ZEDA_Nobody")),
+      FactoryMissing);
 }
 
 TEST(Loader, UnloadCallsEveryCleanupTerminatingNewestFirst) {
@@ -103,7 +107,8 @@ TEST(Loader, UnloadCallsEveryCleanupTerminatingNewestFirst) {
   EXPECT_EQ(seen, (std::vector<std::string>{"instance terminating", "association terminating",
                                             "instance terminating"}));
   EXPECT_FALSE(host.loaded());
-  EXPECT_THROW(host.enumerateInstances(kTestProvider, ObjectPath(kNamespace, kTestClass)), LoadError);
+  EXPECT_THROW(host.enumerateInstances(kTestProvider, ObjectPath(kNamespace, kTestClass)),
+               LoadError);
 }
 
 TEST(Loader, FactoryContextCarriesTheInitialNamespace) {

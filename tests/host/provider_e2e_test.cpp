@@ -24,10 +24,11 @@ TEST_F(ProviderE2E, EnumerateInstancesAllPropertiesInSetOrder) {
   const auto inst = out.instances();
   ASSERT_EQ(inst.size(), 2u);
   EXPECT_EQ(inst[0].path(), testPath("1"));
-  EXPECT_EQ(inst[0].names(),
-            (std::vector<std::string>{"InstanceID", "Name", "Flag", "U8", "U16", "U32", "U64", "S8", "S16", "S32",
-                                      "S64", "R32", "R64", "Stamp", "Span", "Ref", "U16A", "StrA", "U64A", "BoolA",
-                                      "NullStr"}));
+  EXPECT_EQ(
+      inst[0].names(),
+      (std::vector<std::string>{"InstanceID", "Name", "Flag", "U8",   "U16",  "U32",   "U64",
+                                "S8",         "S16",  "S32",  "S64",  "R32",  "R64",   "Stamp",
+                                "Span",       "Ref",  "U16A", "StrA", "U64A", "BoolA", "NullStr"}));
   EXPECT_EQ(inst[0].property("U64").u(), UINT64_MAX);
   EXPECT_EQ(inst[0].property("S64").s(), INT64_MIN);
   EXPECT_EQ(inst[0].property("Name").str(), "Disk \"one\" <&> \\ end");
@@ -40,12 +41,14 @@ TEST_F(ProviderE2E, EnumerateInstancesAllPropertiesInSetOrder) {
 }
 
 TEST_F(ProviderE2E, PropertyListFiltersButKeepsKeys) {
-  const Outcome out = host.enumerateInstances(kTestProvider, classPath, std::vector<std::string>{"u64", "Flag"});
+  const Outcome out =
+      host.enumerateInstances(kTestProvider, classPath, std::vector<std::string>{"u64", "Flag"});
   const auto inst = out.instances();
   ASSERT_EQ(inst.size(), 2u);
   EXPECT_EQ(inst[0].names(), (std::vector<std::string>{"InstanceID", "Flag", "U64"}));
   EXPECT_EQ(inst[1].names(), (std::vector<std::string>{"InstanceID"}));
-  const Outcome none = host.enumerateInstances(kTestProvider, classPath, std::vector<std::string>{});
+  const Outcome none =
+      host.enumerateInstances(kTestProvider, classPath, std::vector<std::string>{});
   EXPECT_EQ(none.instances()[0].names(), (std::vector<std::string>{"InstanceID"}));
 }
 
@@ -56,7 +59,8 @@ TEST_F(ProviderE2E, EnumerateInstanceNames) {
 }
 
 TEST_F(ProviderE2E, GetInstanceFoundAndNotFound) {
-  const Outcome found = host.getInstance(kTestProvider, testPath("2"), std::vector<std::string>{"U16"});
+  const Outcome found =
+      host.getInstance(kTestProvider, testPath("2"), std::vector<std::string>{"U16"});
   ASSERT_EQ(found.code(), 0);
   EXPECT_EQ(found.instances().at(0).property("U16").u(), 2u);
   const Outcome missing = host.getInstance(kTestProvider, testPath("7"));
@@ -67,7 +71,8 @@ TEST_F(ProviderE2E, GetInstanceFoundAndNotFound) {
 }
 
 TEST_F(ProviderE2E, CreateModifyDeleteExecQuery) {
-  const Instance fresh(testPath("5"), {{"InstanceID", Value::string("5")}, {"U16", Value::uint16(9)}});
+  const Instance fresh(testPath("5"),
+                       {{"InstanceID", Value::string("5")}, {"U16", Value::uint16(9)}});
   const Outcome created = host.createInstance(kTestProvider, testPath("5"), fresh);
   EXPECT_EQ(created.paths(), (std::vector<ObjectPath>{testPath("5")}));
   const Outcome modified =
@@ -80,12 +85,13 @@ TEST_F(ProviderE2E, CreateModifyDeleteExecQuery) {
   EXPECT_EQ(gone.code(), CMPI_RC_ERR_NOT_FOUND);
   EXPECT_FALSE(gone.status.message);
   const Outcome q = host.execQuery(kTestProvider, classPath, "SELECT * FROM ZEDA_HostTest", "WQL");
-  EXPECT_EQ(q.values(), (std::vector<Value>{Value::string("SELECT * FROM ZEDA_HostTest"), Value::string("WQL")}));
+  EXPECT_EQ(q.values(), (std::vector<Value>{Value::string("SELECT * FROM ZEDA_HostTest"),
+                                            Value::string("WQL")}));
 }
 
 TEST_F(ProviderE2E, AssociatorsPassNullsAndStringsAsGiven) {
-  const Outcome nulls = host.associators(kTestProvider, testPath("1"), std::nullopt, std::nullopt, std::nullopt,
-                                         std::nullopt, std::nullopt);
+  const Outcome nulls = host.associators(kTestProvider, testPath("1"), std::nullopt, std::nullopt,
+                                         std::nullopt, std::nullopt, std::nullopt);
   ASSERT_EQ(nulls.code(), 0);
   const Instance e = nulls.instances().at(0);
   EXPECT_EQ(e.className(), "ZEDA_HostTestEcho");
@@ -93,8 +99,8 @@ TEST_F(ProviderE2E, AssociatorsPassNullsAndStringsAsGiven) {
   for (const char* n : {"AssocClass", "ResultClass", "Role", "ResultRole", "Properties"}) {
     EXPECT_TRUE(e.property(n).isNull()) << n;
   }
-  const Outcome given = host.associators(kTestProvider, testPath("1"), "zeda_hosttest", "R", "", "RR",
-                                         std::vector<std::string>{"P1", "P2"});
+  const Outcome given = host.associators(kTestProvider, testPath("1"), "zeda_hosttest", "R", "",
+                                         "RR", std::vector<std::string>{"P1", "P2"});
   const Instance g = given.instances().at(0);
   EXPECT_EQ(g.property("AssocClass").str(), "zeda_hosttest");
   EXPECT_EQ(g.property("ResultClass").str(), "R");
@@ -104,14 +110,15 @@ TEST_F(ProviderE2E, AssociatorsPassNullsAndStringsAsGiven) {
 }
 
 TEST_F(ProviderE2E, AssociatorNamesReferencesReferenceNames) {
-  EXPECT_EQ(host.associatorNames(kTestProvider, testPath("1"), std::nullopt, std::nullopt, std::nullopt,
-                                 std::nullopt)
+  EXPECT_EQ(host.associatorNames(kTestProvider, testPath("1"), std::nullopt, std::nullopt,
+                                 std::nullopt, std::nullopt)
                 .paths(),
             (std::vector<ObjectPath>{testPath("2")}));
   const Outcome refs = host.references(kTestProvider, testPath("1"), "C", std::nullopt);
   EXPECT_EQ(refs.instances().at(0).property("ResultClass").str(), "C");
   EXPECT_TRUE(refs.instances().at(0).property("Role").isNull());
-  const Outcome names = host.referenceNames(kTestProvider, testPath("1"), std::nullopt, std::nullopt);
+  const Outcome names =
+      host.referenceNames(kTestProvider, testPath("1"), std::nullopt, std::nullopt);
   EXPECT_EQ(names.code(), CMPI_RC_ERR_NOT_FOUND);
   EXPECT_EQ(names.status.message, std::optional<std::string>("reference names: nothing more"));
   EXPECT_FALSE(names.done);
@@ -119,11 +126,13 @@ TEST_F(ProviderE2E, AssociatorNamesReferencesReferenceNames) {
 }
 
 TEST_F(ProviderE2E, InvokeMethodEchoesArguments) {
-  const Outcome out = host.invokeMethod(kTestProvider, testPath("1"), "Echo",
-                                        {{"Value", Value::uint32(41)}, {"Text", Value::strings({"x"})}});
+  const Outcome out =
+      host.invokeMethod(kTestProvider, testPath("1"), "Echo",
+                        {{"Value", Value::uint32(41)}, {"Text", Value::strings({"x"})}});
   ASSERT_EQ(out.code(), 0);
   EXPECT_EQ(out.values(), (std::vector<Value>{Value::uint32(41)}));
-  EXPECT_EQ(out.outArgs, (std::vector<NamedValue>{{"Value", Value::uint32(41)}, {"Text", Value::strings({"x"})}}));
+  EXPECT_EQ(out.outArgs, (std::vector<NamedValue>{{"Value", Value::uint32(41)},
+                                                  {"Text", Value::strings({"x"})}}));
   const Outcome unknown = host.invokeMethod(kTestProvider, testPath("1"), "Nope");
   EXPECT_EQ(unknown.code(), CMPI_RC_ERR_METHOD_NOT_FOUND);
 }
@@ -133,13 +142,16 @@ TEST_F(ProviderE2E, IndicationOperationsReceiveFilterClassAndPath) {
   const std::string q = "SELECT * FROM ZEDA_Alert";
   EXPECT_EQ(host.authorizeFilter(kTestProvider, q, "ZEDA_Alert", cp, "admin").status.message,
             "authorize ZEDA_Alert ZEDA_Alert admin " + q);
-  EXPECT_EQ(host.mustPoll(kTestProvider, q, "ZEDA_Alert", cp).status.message, "mustPoll ZEDA_Alert ZEDA_Alert - " + q);
+  EXPECT_EQ(host.mustPoll(kTestProvider, q, "ZEDA_Alert", cp).status.message,
+            "mustPoll ZEDA_Alert ZEDA_Alert - " + q);
   EXPECT_EQ(host.activateFilter(kTestProvider, q, "ZEDA_Alert", cp, true).status.message,
             "activate ZEDA_Alert ZEDA_Alert first " + q);
   EXPECT_EQ(host.deActivateFilter(kTestProvider, q, "ZEDA_Alert", cp, false).status.message,
             "deactivate ZEDA_Alert ZEDA_Alert more " + q);
-  EXPECT_EQ(host.enableIndications(kTestProvider).status.message, std::optional<std::string>("enabled"));
-  EXPECT_EQ(host.disableIndications(kTestProvider).status.message, std::optional<std::string>("disabled"));
+  EXPECT_EQ(host.enableIndications(kTestProvider).status.message,
+            std::optional<std::string>("enabled"));
+  EXPECT_EQ(host.disableIndications(kTestProvider).status.message,
+            std::optional<std::string>("disabled"));
 }
 
 // ---- the provider's self-checks ------------------------------------------
@@ -180,19 +192,21 @@ TEST_P(ProviderSelfCheck, NoFailures) {
 
 INSTANTIATE_TEST_SUITE_P(
     EveryTable, ProviderSelfCheck,
-    ::testing::Values(SelfCheck{"CheckStrings", 9}, SelfCheck{"CheckArrays", 15}, SelfCheck{"CheckDateTimes", 15},
-                      SelfCheck{"CheckObjectPaths", 25}, SelfCheck{"CheckInstances", 30}, SelfCheck{"CheckArgs", 12},
-                      SelfCheck{"CheckContexts", 10}, SelfCheck{"CheckErrors", 30}, SelfCheck{"CheckSelectExps", 9},
-                      SelfCheck{"CheckResults", 7}, SelfCheck{"CheckUpcalls", 35},
-                      SelfCheck{"CheckEncServices", 18}, SelfCheck{"CheckThreads", 15},
-                      SelfCheck{"CheckMemory", 11}),
+    ::testing::Values(SelfCheck{"CheckStrings", 9}, SelfCheck{"CheckArrays", 15},
+                      SelfCheck{"CheckDateTimes", 15}, SelfCheck{"CheckObjectPaths", 25},
+                      SelfCheck{"CheckInstances", 30}, SelfCheck{"CheckArgs", 12},
+                      SelfCheck{"CheckContexts", 10}, SelfCheck{"CheckErrors", 30},
+                      SelfCheck{"CheckSelectExps", 9}, SelfCheck{"CheckResults", 7},
+                      SelfCheck{"CheckUpcalls", 35}, SelfCheck{"CheckEncServices", 18},
+                      SelfCheck{"CheckThreads", 15}, SelfCheck{"CheckMemory", 11}),
     [](const ::testing::TestParamInfo<SelfCheck>& info) { return std::string(info.param.method); });
 
 TEST(ProviderContext, CarriesNamespaceFlagsAndExtraEntries) {
   Host host(testProvider());
   host.setInvocationFlags(CMPI_FLAG_DeepInheritance);
   host.setContextEntry(CMPIPrincipal, Value::string("admin"));
-  const Outcome out = host.invokeMethod(kTestProvider, ObjectPath("root/zeda", kTestClass), "CheckContexts");
+  const Outcome out =
+      host.invokeMethod(kTestProvider, ObjectPath("root/zeda", kTestClass), "CheckContexts");
   ASSERT_EQ(out.values().back(), Value::uint32(0)) << outArg(out, "Failures");
   std::vector<NamedValue> seen;
   for (const auto& a : out.outArgs) {

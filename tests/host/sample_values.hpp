@@ -30,7 +30,8 @@ inline zeda::host::Instance sampleInstance() {
       .set("R32", Value::real32(1.5f))
       .set("R64", Value::real64(-0.25))
       .set("Stamp", Value::dateTime("20240229123456.789012+000"))
-      .set("Ref", Value::reference(zeda::host::ObjectPath(kNamespace, "ZEDA_Other", {{"ID", Value::string("o\"1")}})))
+      .set("Ref", Value::reference(zeda::host::ObjectPath(kNamespace, "ZEDA_Other",
+                                                          {{"ID", Value::string("o\"1")}})))
       .set("U16A", Value::uint16s({1, 2, 3}))
       .set("StrA", Value::strings({"a", "b\"c"}))
       .set("U64A", Value::uint64s({UINT64_MAX, 0}))

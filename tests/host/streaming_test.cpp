@@ -56,7 +56,8 @@ class Refuser final : public ResultSink {
 TEST(Streaming, EveryResultGoesToTheSinkInOrderAndNoneIntoTheOutcome) {
   Host h(manyProvider());
   Recorder sink;
-  const Outcome out = h.enumerateInstances("ZEDA_HostManyProvider", manyClass("s"), std::nullopt, sink);
+  const Outcome out =
+      h.enumerateInstances("ZEDA_HostManyProvider", manyClass("s"), std::nullopt, sink);
   ASSERT_TRUE(out.ok()) << out.status.code;
   EXPECT_TRUE(out.done);
   EXPECT_TRUE(out.results.empty());
@@ -73,7 +74,8 @@ TEST(Streaming, EveryResultGoesToTheSinkInOrderAndNoneIntoTheOutcome) {
 TEST(Streaming, TheSinkRunsWhileTheProviderIsStillReturning) {
   Host h(manyProvider());
   Refuser sink(3);
-  const Outcome out = h.enumerateInstances("ZEDA_HostManyProvider", manyClass("r"), std::nullopt, sink);
+  const Outcome out =
+      h.enumerateInstances("ZEDA_HostManyProvider", manyClass("r"), std::nullopt, sink);
   // The provider stops at the first failed returnInstance and answers it.
   EXPECT_EQ(out.status.code, CMPI_RC_ERR_FAILED);
   EXPECT_FALSE(out.done);
@@ -103,8 +105,8 @@ TEST(Streaming, AFilteredInstanceIsHandedOverWithTheFilterApplied) {
   // the function table: what the filter dropped stays dropped, the key stays.
   Host h(testProvider());
   Recorder sink;
-  const Outcome out = h.getInstance(kTestProvider, testPath("1"),
-                                    std::vector<std::string>{"U16"}, sink);
+  const Outcome out =
+      h.getInstance(kTestProvider, testPath("1"), std::vector<std::string>{"U16"}, sink);
   ASSERT_TRUE(out.ok());
   ASSERT_EQ(sink.instances.size(), 1u);
   EXPECT_EQ(sink.instances[0].names(), (std::vector<std::string>{"InstanceID", "U16"}));
@@ -138,15 +140,20 @@ TEST(Streaming, WhatAProviderReleasesIsFreedAtOnce) {
   // one that keeps everything to the end of the call.
   Host h(manyProvider());
   HeapProbe keep;
-  ASSERT_TRUE(h.enumerateInstances("ZEDA_HostManyProvider", manyClass("keep"), std::nullopt, keep).ok());
+  ASSERT_TRUE(
+      h.enumerateInstances("ZEDA_HostManyProvider", manyClass("keep"), std::nullopt, keep).ok());
   HeapProbe released;
-  ASSERT_TRUE(h.enumerateInstances("ZEDA_HostManyProvider", manyClass("release"), std::nullopt, released).ok());
+  ASSERT_TRUE(
+      h.enumerateInstances("ZEDA_HostManyProvider", manyClass("release"), std::nullopt, released)
+          .ok());
   ASSERT_EQ(released.seen, kItems);
   if (keep.bytesPerResult() <= 0) {
-    GTEST_SKIP() << "no heap statistics here (a sanitizer's allocator answers mallinfo2 with zeros)";
+    GTEST_SKIP()
+        << "no heap statistics here (a sanitizer's allocator answers mallinfo2 with zeros)";
   }
   EXPECT_LT(released.bytesPerResult(), 0.6 * keep.bytesPerResult())
-      << "released " << released.bytesPerResult() << " B/result, kept " << keep.bytesPerResult() << " B/result";
+      << "released " << released.bytesPerResult() << " B/result, kept " << keep.bytesPerResult()
+      << " B/result";
 }
 
 TEST(Streaming, ObjectsOfARequestAreFreedWhenItEnds) {
@@ -157,7 +164,8 @@ TEST(Streaming, ObjectsOfARequestAreFreedWhenItEnds) {
   // works on a fresh store.
   EXPECT_EQ(h.liveClones(), 0u);
   Recorder again;
-  EXPECT_TRUE(h.enumerateInstances("ZEDA_HostManyProvider", manyClass("g"), std::nullopt, again).ok());
+  EXPECT_TRUE(
+      h.enumerateInstances("ZEDA_HostManyProvider", manyClass("g"), std::nullopt, again).ok());
   EXPECT_EQ(again.instances.size(), kItems);
 }
 

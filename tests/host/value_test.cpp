@@ -40,7 +40,8 @@ TEST(Value, AccessorsReturnWhatWasStored) {
   EXPECT_TRUE(Value::boolean(true).b());
   EXPECT_DOUBLE_EQ(Value::real32(1.5f).r(), 1.5);
   EXPECT_EQ(Value::string("x").str(), "x");
-  EXPECT_EQ(Value::dateTime("20240229123456.789012+000").dateTimeText(), "20240229123456.789012+000");
+  EXPECT_EQ(Value::dateTime("20240229123456.789012+000").dateTimeText(),
+            "20240229123456.789012+000");
   EXPECT_EQ(Value::uint16s({1, 2, 3}).uints(), (std::vector<std::uint64_t>{1, 2, 3}));
   EXPECT_EQ(Value::strings({"a", "b"}).strings(), (std::vector<std::string>{"a", "b"}));
   const ObjectPath p(kNamespace, "ZEDA_X", {{"K", Value::string("v")}});

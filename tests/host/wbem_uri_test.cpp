@@ -16,7 +16,8 @@ TEST(WbemUri, BareClassGetsTheDefaultNamespace) {
 }
 
 TEST(WbemUri, NamespaceAndKeysInOrder) {
-  const ObjectPath p = parseObjectPath(R"(root/interop:ZEDA_DiskDrive.SystemName="ZEDA:nas1",DeviceID="nas1:DISK1")");
+  const ObjectPath p = parseObjectPath(
+      R"(root/interop:ZEDA_DiskDrive.SystemName="ZEDA:nas1",DeviceID="nas1:DISK1")");
   EXPECT_EQ(p.nameSpace(), "root/interop");
   EXPECT_EQ(p.className(), "ZEDA_DiskDrive");
   ASSERT_EQ(p.keyNames(), (std::vector<std::string>{"SystemName", "DeviceID"}));
@@ -39,16 +40,19 @@ TEST(WbemUri, UnquotedNumbersAndBooleans) {
 }
 
 TEST(WbemUri, QuotedPathWithKeysIsAReference) {
-  const ObjectPath p = parseObjectPath(R"(ZEDA_A.Dependent="root/cimv2:ZEDA_D.ID=\"1\"",Name="x.y")");
+  const ObjectPath p =
+      parseObjectPath(R"(ZEDA_A.Dependent="root/cimv2:ZEDA_D.ID=\"1\"",Name="x.y")");
   ASSERT_EQ(p.key("Dependent").type(), type::ref);
   EXPECT_EQ(p.key("Dependent").ref().className(), "ZEDA_D");
   EXPECT_EQ(p.key("Dependent").ref().key("ID").str(), "1");
   EXPECT_EQ(p.key("Name").type(), type::string);
-  EXPECT_EQ(formatObjectPath(p), R"(root/cimv2:ZEDA_A.Dependent="root/cimv2:ZEDA_D.ID=\"1\"",Name="x.y")");
+  EXPECT_EQ(formatObjectPath(p),
+            R"(root/cimv2:ZEDA_A.Dependent="root/cimv2:ZEDA_D.ID=\"1\"",Name="x.y")");
 }
 
 TEST(WbemUri, RoundTrip) {
-  const std::string text = R"(root/cimv2:ZEDA_DiskDrive.SystemName="ZEDA:nas1",DeviceID="nas1:DISK1")";
+  const std::string text =
+      R"(root/cimv2:ZEDA_DiskDrive.SystemName="ZEDA:nas1",DeviceID="nas1:DISK1")";
   EXPECT_EQ(formatObjectPath(parseObjectPath(text)), text);
 }
 
@@ -74,18 +78,21 @@ TEST_P(WbemUriMalformed, NamesTheColumn) {
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, WbemUriMalformed,
-    ::testing::Values(Malformed{"", 1, "expected class name"}, Malformed{"1ZEDA", 1, "expected class name"},
-                      Malformed{"root/cimv2:", 12, "expected class name"},
-                      Malformed{":ZEDA_X", 1, "empty namespace before ':'"},
-                      Malformed{"ZEDA_X.", 8, "expected key name"},
-                      Malformed{"ZEDA_X.K", 9, "expected '=' after key name K"},
-                      Malformed{"ZEDA_X.K=", 10, "expected a key value"},
-                      Malformed{R"(ZEDA_X.K="abc)", 10, "unterminated quoted value"},
-                      Malformed{R"(ZEDA_X.K="a\nb")", 12, "invalid escape \\n"},
-                      Malformed{R"(ZEDA_X.K="a"x)", 13, "expected ',' or end of path after a key value"},
-                      Malformed{R"(ZEDA_X.K="a",K="b")", 14, "duplicate key K"},
-                      Malformed{"ZEDA_X.K=abc", 10, "unquoted key value must be an integer, TRUE or FALSE"},
-                      Malformed{"ZEDA X", 5, "expected '.' or end of path after the class name"}),
-    [](const ::testing::TestParamInfo<Malformed>& info) { return "Case" + std::to_string(info.index); });
+    ::testing::Values(
+        Malformed{"", 1, "expected class name"}, Malformed{"1ZEDA", 1, "expected class name"},
+        Malformed{"root/cimv2:", 12, "expected class name"},
+        Malformed{":ZEDA_X", 1, "empty namespace before ':'"},
+        Malformed{"ZEDA_X.", 8, "expected key name"},
+        Malformed{"ZEDA_X.K", 9, "expected '=' after key name K"},
+        Malformed{"ZEDA_X.K=", 10, "expected a key value"},
+        Malformed{R"(ZEDA_X.K="abc)", 10, "unterminated quoted value"},
+        Malformed{R"(ZEDA_X.K="a\nb")", 12, "invalid escape \\n"},
+        Malformed{R"(ZEDA_X.K="a"x)", 13, "expected ',' or end of path after a key value"},
+        Malformed{R"(ZEDA_X.K="a",K="b")", 14, "duplicate key K"},
+        Malformed{"ZEDA_X.K=abc", 10, "unquoted key value must be an integer, TRUE or FALSE"},
+        Malformed{"ZEDA X", 5, "expected '.' or end of path after the class name"}),
+    [](const ::testing::TestParamInfo<Malformed>& info) {
+      return "Case" + std::to_string(info.index);
+    });
 
 }  // namespace zeda::test

@@ -1,9 +1,9 @@
 #include "CliRun.h"
 
-#include <fstream>
-#include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <fstream>
+#include <sstream>
 
 #include "ChildProcess.h"
 
@@ -17,7 +17,8 @@ CliAnswer RunCli(const std::string& config, const std::vector<std::string>& args
   const auto outcomes = pelka::platform::RunAll({command}, std::chrono::seconds(60));
   CliAnswer answer;
   const auto& outcome = outcomes.front();
-  answer.exitStatus = outcome.end == pelka::platform::ChildOutcome::End::Exited ? outcome.exitStatus : -1;
+  answer.exitStatus =
+      outcome.end == pelka::platform::ChildOutcome::End::Exited ? outcome.exitStatus : -1;
   answer.document = nlohmann::json::parse(outcome.output, nullptr, false);
   if (answer.document.is_discarded()) answer.document = nullptr;
   return answer;
@@ -31,7 +32,8 @@ std::map<std::string, nlohmann::json> Properties(const nlohmann::json& instance)
   return properties;
 }
 
-std::map<std::string, std::map<std::string, nlohmann::json>> ByKey(const CliAnswer& answer, const std::string& key) {
+std::map<std::string, std::map<std::string, nlohmann::json>> ByKey(const CliAnswer& answer,
+                                                                   const std::string& key) {
   std::map<std::string, std::map<std::string, nlohmann::json>> instances;
   if (!answer.document.is_object() || !answer.document.contains("results")) return instances;
   for (const auto& instance : answer.document.at("results")) {
@@ -43,14 +45,15 @@ std::map<std::string, std::map<std::string, nlohmann::json>> ByKey(const CliAnsw
 
 std::string WriteConfig(const std::string& directory, const std::string& sourcesJson) {
   const std::string path = directory + "/pelka.json";
-  std::ofstream(path) << "{\"programData\": \"" << directory << "\", \"sources\": " << sourcesJson << "}\n";
+  std::ofstream(path) << "{\"programData\": \"" << directory << "\", \"sources\": " << sourcesJson
+                      << "}\n";
   return path;
 }
 
 std::string FixtureSource(const std::string& nas, const std::string& extraMembers) {
   const std::string fixture = ZEDA_LINUX_FIXTURE;
-  return "{\"type\": \"linux\", \"nas\": \"" + nas + "\", \"root\": \"" + fixture + "/root\", \"smartctl\": \"" +
-         fixture + "/smartctl\"" + extraMembers + "}";
+  return "{\"type\": \"linux\", \"nas\": \"" + nas + "\", \"root\": \"" + fixture +
+         "/root\", \"smartctl\": \"" + fixture + "/smartctl\"" + extraMembers + "}";
 }
 
 }  // namespace zeda::test

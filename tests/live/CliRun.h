@@ -22,7 +22,8 @@ CliAnswer RunCli(const std::string& config, const std::vector<std::string>& args
 std::map<std::string, nlohmann::json> Properties(const nlohmann::json& instance);
 
 // Every answered instance's properties, keyed by the value of `key`.
-std::map<std::string, std::map<std::string, nlohmann::json>> ByKey(const CliAnswer& answer, const std::string& key);
+std::map<std::string, std::map<std::string, nlohmann::json>> ByKey(const CliAnswer& answer,
+                                                                   const std::string& key);
 
 // Writes a configuration file naming the given sources (JSON array text).
 std::string WriteConfig(const std::string& directory, const std::string& sourcesJson);

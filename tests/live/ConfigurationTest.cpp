@@ -30,14 +30,20 @@ std::string ProblemOf(const std::string& text) {
 TEST(ConfigFile, EachProblemNamesFilePlaceAndProblem) {
   const std::string file = "Bad configuration file /etc/pelka/pelka.json: ";
   EXPECT_EQ(ProblemOf("{\"sources\": [}"),
-            file + "line 1, column 14: syntax error while parsing value - unexpected '}'; expected '[', '{', or a literal");
+            file +
+                "line 1, column 14: syntax error while parsing value - unexpected '}'; expected "
+                "'[', '{', or a literal");
   EXPECT_EQ(ProblemOf("[]"), file + "(document): expected an object");
   EXPECT_EQ(ProblemOf("{}"), file + "(document): \"sources\" is missing");
   EXPECT_EQ(ProblemOf("{\"sources\": {}}"), file + "sources: expected an array");
-  EXPECT_EQ(ProblemOf("{\"sources\": [], \"extra\": 1}"), file + "(document).extra: unknown member");
-  EXPECT_EQ(ProblemOf("{\"sources\": [{}]}"), file + "sources[0]: \"type\" is missing (known: file, linux)");
-  EXPECT_EQ(ProblemOf("{\"sources\": [{\"type\": \"file\"}]}"), file + "sources[0]: a file source needs \"path\"");
-  EXPECT_EQ(ProblemOf("{\"sources\": [{\"type\": \"file\", \"path\": 3}]}"), file + "sources[0].path: expected a string");
+  EXPECT_EQ(ProblemOf("{\"sources\": [], \"extra\": 1}"),
+            file + "(document).extra: unknown member");
+  EXPECT_EQ(ProblemOf("{\"sources\": [{}]}"),
+            file + "sources[0]: \"type\" is missing (known: file, linux)");
+  EXPECT_EQ(ProblemOf("{\"sources\": [{\"type\": \"file\"}]}"),
+            file + "sources[0]: a file source needs \"path\"");
+  EXPECT_EQ(ProblemOf("{\"sources\": [{\"type\": \"file\", \"path\": 3}]}"),
+            file + "sources[0].path: expected a string");
   EXPECT_EQ(ProblemOf("{\"sources\": [{\"type\": \"linux\", \"smartTtlSeconds\": -1}]}"),
             file + "sources[0].smartTtlSeconds: must not be negative");
   EXPECT_EQ(ProblemOf("{\"sources\": [{\"type\": \"linux\", \"smartTimeoutSeconds\": 0}]}"),
@@ -46,14 +52,16 @@ TEST(ConfigFile, EachProblemNamesFilePlaceAndProblem) {
             file + "sources[0].smartTTL: unknown member");
   EXPECT_EQ(ProblemOf("{\"sources\": [{\"type\": \"linux\"}, {\"type\": \"linux\"}]}"),
             file + "sources[1].nas: duplicate NAS name \"" + pelka::platform::HostName() + "\"");
-  EXPECT_EQ(ProblemOf("{\"programData\": \"\", \"sources\": []}"), file + "programData: must not be empty");
+  EXPECT_EQ(ProblemOf("{\"programData\": \"\", \"sources\": []}"),
+            file + "programData: must not be empty");
 }
 
 TEST(ConfigFile, MembersAndDefaults) {
   const Config config = ParseConfig(
       "{\"programData\": \"/srv/pelka\", \"sources\": [{\"type\": \"file\", \"path\": \"/x.json\"},"
       " {\"type\": \"linux\", \"smartTimeoutSeconds\": 0.25},"
-      " {\"type\": \"linux\", \"nas\": \"n2\", \"root\": \"/r\", \"smartctl\": \"/s\", \"smartTtlSeconds\": 60}]}",
+      " {\"type\": \"linux\", \"nas\": \"n2\", \"root\": \"/r\", \"smartctl\": \"/s\", "
+      "\"smartTtlSeconds\": 60}]}",
       "f");
   ASSERT_EQ(config.sources.size(), 3u);
   EXPECT_EQ(config.programData, "/srv/pelka");
@@ -93,9 +101,10 @@ TEST(ConfigFile, LastGoodConfigurationStaysInService) {
   EXPECT_EQ(NasNames(), std::vector<std::string>{"first"});
   EXPECT_EQ(NasNames(), std::vector<std::string>{"first"});
   ASSERT_EQ(errors.Lines().size(), 1u);
-  EXPECT_EQ(errors.Lines()[0], "Bad configuration file " + dir.path() +
-                                   "/pelka.json: sources[0].type: unknown source type \"nfs\" (known: file, "
-                                   "linux) (the configuration read before stays in service)");
+  EXPECT_EQ(errors.Lines()[0],
+            "Bad configuration file " + dir.path() +
+                "/pelka.json: sources[0].type: unknown source type \"nfs\" (known: file, "
+                "linux) (the configuration read before stays in service)");
 
   WriteConfig(dir.path(), "[" + FixtureSource("second") + ", " + FixtureSource("third") + "]");
   EXPECT_EQ(NasNames(), (std::vector<std::string>{"second", "third"}));
@@ -115,8 +124,9 @@ TEST(ConfigFile, ANasNameServedTwiceIsLoggedOnceAndKeepsTheLastInventory) {
                               FixtureSource("nas1") + "]");
   EXPECT_EQ(NasNames(), std::vector<std::string>{"first"});
   EXPECT_EQ(NasNames(), std::vector<std::string>{"first"});
-  EXPECT_EQ(errors.Lines(), std::vector<std::string>{"Bad configuration file " + dir.path() +
-                                                      "/pelka.json: sources[1]: duplicate NAS name \"nas1\""});
+  EXPECT_EQ(errors.Lines(),
+            std::vector<std::string>{"Bad configuration file " + dir.path() +
+                                     "/pelka.json: sources[1]: duplicate NAS name \"nas1\""});
 }
 
 TEST(ConfigFile, WhichFile) {
@@ -147,19 +157,21 @@ TEST(ConfigFile, MissingNamedFileIsAnError) {
     pelka::GetNasList();
     FAIL() << "no error";
   } catch (const std::runtime_error& error) {
-    EXPECT_EQ(std::string(error.what()),
-              "Cannot read configuration file " + dir.path() + "/absent.json: No such file or directory");
+    EXPECT_EQ(std::string(error.what()), "Cannot read configuration file " + dir.path() +
+                                             "/absent.json: No such file or directory");
   }
 }
 
 TEST(ConfigFile, WithoutConfigurationTheInventoryFileServes) {
   // No PELKA_CONFIG and no /etc/pelka/pelka.json on a test machine: as before.
-  if (std::ifstream("/etc/pelka/pelka.json")) GTEST_SKIP() << "this machine has /etc/pelka/pelka.json";
+  if (std::ifstream("/etc/pelka/pelka.json"))
+    GTEST_SKIP() << "this machine has /etc/pelka/pelka.json";
   const ScopedEnv config("PELKA_CONFIG", "");
   const ScopedEnv inventory("PELKA_INVENTORY", ZEDA_EXAMPLE_INVENTORY);
   pelka::platform::UseFileInventory();
   std::vector<std::string> expected;
-  for (const auto& nas : pelka::platform::LoadInventoryFile(ZEDA_EXAMPLE_INVENTORY).nas) expected.push_back(nas.name);
+  for (const auto& nas : pelka::platform::LoadInventoryFile(ZEDA_EXAMPLE_INVENTORY).nas)
+    expected.push_back(nas.name);
   ASSERT_FALSE(expected.empty());
   EXPECT_EQ(NasNames(), expected);
 }

@@ -16,8 +16,8 @@ class ErrorLines : public google::LogSink {
   ErrorLines(const ErrorLines&) = delete;
   ErrorLines& operator=(const ErrorLines&) = delete;
 
-  void send(google::LogSeverity severity, const char*, const char*, int, const google::LogMessageTime&,
-            const char* message, size_t length) override {
+  void send(google::LogSeverity severity, const char*, const char*, int,
+            const google::LogMessageTime&, const char* message, size_t length) override {
     if (severity != google::GLOG_ERROR) return;
     const std::lock_guard<std::mutex> lock(mutex_);
     lines_.emplace_back(message, length);

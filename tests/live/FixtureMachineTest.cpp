@@ -14,14 +14,14 @@ using nlohmann::json;
 
 struct ExpectedDisk {
   std::string id;
-  std::uint64_t blocks;     // capacity / 512
-  int interconnect;         // InterconnectType: 4 for "SATA", 5 for "SAS", else 1
-  int diskType;             // 2 HDD, 3 SSD
+  std::uint64_t blocks;  // capacity / 512
+  int interconnect;      // InterconnectType: 4 for "SATA", 5 for "SAS", else 1
+  int diskType;          // 2 HDD, 3 SSD
   int rpm;
-  int health;               // HealthState: 5 healthy, 0 not
-  int operational;          // OperationalStatus of the drive
-  int extentStatus;         // 2, or 13 for a free disk
-  std::string manufacturer; // as the module answers it: the product without its model
+  int health;                // HealthState: 5 healthy, 0 not
+  int operational;           // OperationalStatus of the drive
+  int extentStatus;          // 2, or 13 for a free disk
+  std::string manufacturer;  // as the module answers it: the product without its model
   std::string model;
   std::string serial;
   std::string firmware;
@@ -32,20 +32,20 @@ const std::vector<ExpectedDisk>& Expected() {
   static const std::vector<ExpectedDisk> disks = {
       {"eui-0025388b91b28888", 1000215216, 1, 3, 0, 5, 2, 2, "Samsung SSD 970 EVO Plus 1TB",
        "Samsung SSD 970 EVO Plus 1TB", "S4EWNX0R888888", "2B2QEXM7"},
-      {"wwn-0x50014ee2b1111111", 7814037168, 4, 2, 5400, 5, 2, 2, "WDC WD40EFRX-68N32N0", "WDC WD40EFRX-68N32N0",
-       "WD-WCC7K1111111", "82.00A82"},
-      {"wwn-0x5000c500a2222222", 7814037168, 5, 2, 7200, 5, 2, 2, "SEAGATE", "ST4000NM0025", "ZC12B222",
-       "E002"},
-      {"wwn-0x5000c500c3333333", 7814037168, 4, 2, 5980, 0, 5, 2, "ST4000VN008-2DR166", "ST4000VN008-2DR166",
-       "ZGY3C333", "SC60"},
-      {"wwn-0x50014ee2b4444444", 7814037168, 4, 2, 5400, 5, 2, 2, "WDC WD40EFRX-68N32N0", "WDC WD40EFRX-68N32N0",
-       "WD-WCC7K4444444", "82.00A82"},
+      {"wwn-0x50014ee2b1111111", 7814037168, 4, 2, 5400, 5, 2, 2, "WDC WD40EFRX-68N32N0",
+       "WDC WD40EFRX-68N32N0", "WD-WCC7K1111111", "82.00A82"},
+      {"wwn-0x5000c500a2222222", 7814037168, 5, 2, 7200, 5, 2, 2, "SEAGATE", "ST4000NM0025",
+       "ZC12B222", "E002"},
+      {"wwn-0x5000c500c3333333", 7814037168, 4, 2, 5980, 0, 5, 2, "ST4000VN008-2DR166",
+       "ST4000VN008-2DR166", "ZGY3C333", "SC60"},
+      {"wwn-0x50014ee2b4444444", 7814037168, 4, 2, 5400, 5, 2, 2, "WDC WD40EFRX-68N32N0",
+       "WDC WD40EFRX-68N32N0", "WD-WCC7K4444444", "82.00A82"},
       {"wwn-0x5002538e45555555", 976773168, 4, 3, 0, 5, 2, 13, "Samsung SSD 860 EVO 500GB",
        "Samsung SSD 860 EVO 500GB", "S3Z2NB0K555555A", "RVT04B6Q"},
       {"usb-Elements_25A2_575836314136363636", 1953525168, 1, 2, 0, 0, 0, 2, "WD", "Elements 25A2",
        "575836314136363636", "1021"},
-      {"sata-OLDDISK_160_OD7777777", 312581808, 4, 2, 0, 0, 0, 13, "OLDDISK 160", "OLDDISK 160", "OD7777777",
-       "1.00"},
+      {"sata-OLDDISK_160_OD7777777", 312581808, 4, 2, 0, 0, 0, 13, "OLDDISK 160", "OLDDISK 160",
+       "OD7777777", "1.00"},
       {"path-pci0000:00-0000:00:04.0-virtio2", 67108864, 1, 2, 0, 0, 0, 2, "", "", "", ""},
   };
   return disks;
@@ -63,8 +63,9 @@ class FixtureMachine : public ::testing::Test {
 
   std::set<std::string> PoolMembers(int pool) {
     const CliAnswer answer =
-        RunCli(config_, {"ai", "ZEDA_StoragePool_Primordial.InstanceID=\"ZEDA:fx:PrimordialPool" +
-                                   std::to_string(pool) + "\"",
+        RunCli(config_, {"ai",
+                         "ZEDA_StoragePool_Primordial.InstanceID=\"ZEDA:fx:PrimordialPool" +
+                             std::to_string(pool) + "\"",
                          "--assoc-class", "ZEDA_AssociatedComponentExtent_Primordial"});
     EXPECT_EQ(answer.exitStatus, 0);
     std::set<std::string> ids;
@@ -127,25 +128,30 @@ TEST_F(FixtureMachine, IdentityAndFirmware) {
     EXPECT_EQ(package.at("Manufacturer"), disk.manufacturer);
     EXPECT_EQ(package.at("Model"), disk.model);
     EXPECT_EQ(package.at("SerialNumber"), disk.serial);
-    EXPECT_EQ(software.at("ZEDA:fx:Software(DISK" + disk.id + ")").at("VersionString"), disk.firmware);
+    EXPECT_EQ(software.at("ZEDA:fx:Software(DISK" + disk.id + ")").at("VersionString"),
+              disk.firmware);
   }
 }
 
 TEST_F(FixtureMachine, Pools) {
   // Free: the blank SATA SSD and the blank disk without SMART.
-  EXPECT_EQ(PoolMembers(1), (std::set<std::string>{"wwn-0x5002538e45555555", "sata-OLDDISK_160_OD7777777"}));
+  EXPECT_EQ(PoolMembers(1),
+            (std::set<std::string>{"wwn-0x5002538e45555555", "sata-OLDDISK_160_OD7777777"}));
   // Data: the active members of md0 (the failing one included).
-  EXPECT_EQ(PoolMembers(2), (std::set<std::string>{"wwn-0x50014ee2b1111111", "wwn-0x5000c500a2222222",
-                                                   "wwn-0x5000c500c3333333"}));
+  EXPECT_EQ(PoolMembers(2),
+            (std::set<std::string>{"wwn-0x50014ee2b1111111", "wwn-0x5000c500a2222222",
+                                   "wwn-0x5000c500c3333333"}));
   // Spare: the md0 spare.
   EXPECT_EQ(PoolMembers(3), (std::set<std::string>{"wwn-0x50014ee2b4444444"}));
   // Cache: the solid-state disks (the free one is walked here too).
-  EXPECT_EQ(PoolMembers(4), (std::set<std::string>{"eui-0025388b91b28888", "wwn-0x5002538e45555555"}));
+  EXPECT_EQ(PoolMembers(4),
+            (std::set<std::string>{"eui-0025388b91b28888", "wwn-0x5002538e45555555"}));
 }
 
 TEST_F(FixtureMachine, FileAndLinuxSourcesInSourceOrder) {
-  const std::string config = WriteConfig(
-      dir_.path(), "[{\"type\": \"file\", \"path\": \"" ZEDA_EXAMPLE_INVENTORY "\"}, " + FixtureSource("fx") + "]");
+  const std::string config =
+      WriteConfig(dir_.path(), "[{\"type\": \"file\", \"path\": \"" ZEDA_EXAMPLE_INVENTORY "\"}, " +
+                                   FixtureSource("fx") + "]");
   const CliAnswer answer = RunCli(config, {"ei", "ZEDA_DiskDrive"});
   ASSERT_EQ(answer.exitStatus, 0);
   std::vector<std::string> systems;
@@ -162,11 +168,13 @@ TEST_F(FixtureMachine, BadConfigurationNamesFilePlaceAndProblem) {
   const CliAnswer answer = RunCli(config, {"ei", "ZEDA_DiskDrive"});
   EXPECT_NE(answer.exitStatus, 0);
   EXPECT_EQ(answer.document.at("status").at("message"),
-            "Bad configuration file " + config + ": sources[0].type: unknown source type \"nfs\" (known: file, linux)");
+            "Bad configuration file " + config +
+                ": sources[0].type: unknown source type \"nfs\" (known: file, linux)");
 }
 
 TEST_F(FixtureMachine, DuplicateNasNameAcrossSources) {
-  const std::string config = WriteConfig(dir_.path(), "[" + FixtureSource("fx") + ", " + FixtureSource("fx") + "]");
+  const std::string config =
+      WriteConfig(dir_.path(), "[" + FixtureSource("fx") + ", " + FixtureSource("fx") + "]");
   const CliAnswer answer = RunCli(config, {"ei", "ZEDA_DiskDrive"});
   EXPECT_NE(answer.exitStatus, 0);
   EXPECT_EQ(answer.document.at("status").at("message"),
@@ -175,8 +183,9 @@ TEST_F(FixtureMachine, DuplicateNasNameAcrossSources) {
 
 TEST_F(FixtureMachine, DuplicateNasNameAcrossAFileAndALinuxSource) {
   // The sample inventory names its first NAS nas1.
-  const std::string config = WriteConfig(
-      dir_.path(), "[{\"type\": \"file\", \"path\": \"" ZEDA_EXAMPLE_INVENTORY "\"}, " + FixtureSource("nas1") + "]");
+  const std::string config =
+      WriteConfig(dir_.path(), "[{\"type\": \"file\", \"path\": \"" ZEDA_EXAMPLE_INVENTORY "\"}, " +
+                                   FixtureSource("nas1") + "]");
   const CliAnswer answer = RunCli(config, {"ei", "ZEDA_DiskDrive"});
   EXPECT_NE(answer.exitStatus, 0);
   EXPECT_EQ(answer.document.at("status").at("message"),

@@ -3,7 +3,6 @@
 // same size, rotational flag, and model and serial where lsblk has them.
 #include <gtest/gtest.h>
 
-
 #include "ChildProcess.h"
 #include "CliRun.h"
 #include "Fixtures.h"
@@ -37,12 +36,16 @@ bool IsVirtual(const std::string& name) {
   return false;
 }
 
-bool Flag(const json& value) { return value.is_boolean() ? value.get<bool>() : value == "1" || value == 1; }
+bool Flag(const json& value) {
+  return value.is_boolean() ? value.get<bool>() : value == "1" || value == 1;
+}
 
 std::optional<std::vector<Disk>> LsblkDisks() {
   const auto outcomes = pelka::platform::RunAll(
-      {{"lsblk", "--json", "--bytes", "-d", "-o", "NAME,TYPE,SIZE,ROTA,MODEL,SERIAL"}}, std::chrono::seconds(30));
-  if (outcomes[0].end != pelka::platform::ChildOutcome::End::Exited || outcomes[0].exitStatus != 0) {
+      {{"lsblk", "--json", "--bytes", "-d", "-o", "NAME,TYPE,SIZE,ROTA,MODEL,SERIAL"}},
+      std::chrono::seconds(30));
+  if (outcomes[0].end != pelka::platform::ChildOutcome::End::Exited ||
+      outcomes[0].exitStatus != 0) {
     return std::nullopt;
   }
   const json listing = json::parse(outcomes[0].output);
@@ -51,8 +54,9 @@ std::optional<std::vector<Disk>> LsblkDisks() {
     const std::string name = device.at("name").get<std::string>();
     if (device.at("type").get<std::string>() != "disk" || IsVirtual(name)) continue;
     const json& size = device.at("size");
-    disks.push_back(Disk{name, size.is_string() ? std::stoull(size.get<std::string>()) : size.get<std::uint64_t>(),
-                         Flag(device.at("rota")), Text(device.at("model")), Text(device.at("serial"))});
+    disks.push_back(Disk{
+        name, size.is_string() ? std::stoull(size.get<std::string>()) : size.get<std::uint64_t>(),
+        Flag(device.at("rota")), Text(device.at("model")), Text(device.at("serial"))});
   }
   return disks;
 }
@@ -70,7 +74,8 @@ TEST(ThisMachine, EveryWholeDiskLsblkListsAppears) {
     Disk disk;
     disk.name = id;
     disk.rotational = drive.at("DiskType") == 2;
-    disk.size = extents.at("ZEDA:live:DiskExtent" + id).at("NumberOfBlocks").get<std::uint64_t>() * 512;
+    disk.size =
+        extents.at("ZEDA:live:DiskExtent" + id).at("NumberOfBlocks").get<std::uint64_t>() * 512;
     const auto& package = packages.at("ZEDA:live:DISK" + id);
     disk.model = Text(package.at("Model"));
     disk.serial = Text(package.at("SerialNumber"));
@@ -88,8 +93,9 @@ TEST(ThisMachine, EveryWholeDiskLsblkListsAppears) {
       if (want.serial && got.serial != want.serial) continue;
       taken[i] = found = true;
     }
-    EXPECT_TRUE(found) << want.name << ": " << want.size << " bytes, rotational " << want.rotational << ", model "
-                       << want.model.value_or("-") << ", serial " << want.serial.value_or("-");
+    EXPECT_TRUE(found) << want.name << ": " << want.size << " bytes, rotational " << want.rotational
+                       << ", model " << want.model.value_or("-") << ", serial "
+                       << want.serial.value_or("-");
   }
 }
 

@@ -61,7 +61,8 @@ TEST(LinuxSource, InterfacesHealthAndFlags) {
   EXPECT_EQ(usb.disk.status, zeda::orvi::Unknown);
   EXPECT_EQ(usb.health.healthStatus, pelka::platform::kHealthUnknown);
   EXPECT_EQ(usb.health.message,
-            "/dev/sdf: Unknown USB bridge [0x1058:0x25a2 (0x1021)]; Please specify device type with the -d option.");
+            "/dev/sdf: Unknown USB bridge [0x1058:0x25a2 (0x1021)]; Please specify device type "
+            "with the -d option.");
   const auto& virtio = disks.at("path-pci0000:00-0000:00:04.0-virtio2");
   EXPECT_EQ(virtio.disk.interfaceType, "VIRTIO");
   EXPECT_FALSE(virtio.disk.isFree);  // a filesystem on the whole disk
@@ -70,14 +71,16 @@ TEST(LinuxSource, InterfacesHealthAndFlags) {
   EXPECT_EQ(failing.health.healthStatus, pelka::platform::kHealthFailed);
   EXPECT_EQ(failing.health.message, "FAILED: overall health self-assessment failed");
   const auto& noSmart = disks.at("sata-OLDDISK_160_OD7777777");
-  EXPECT_EQ(noSmart.health.message, "SMART support is: Unavailable - device lacks SMART capability.");
+  EXPECT_EQ(noSmart.health.message,
+            "SMART support is: Unavailable - device lacks SMART capability.");
   EXPECT_TRUE(noSmart.disk.isFree);
   EXPECT_TRUE(disks.at("wwn-0x50014ee2b4444444").disk.isSpare);
   EXPECT_FALSE(disks.at("wwn-0x50014ee2b1111111").disk.isSpare);
 
   ASSERT_EQ(nas.groups.size(), 1u);
-  EXPECT_EQ(nas.groups[0].dataDisks, (std::vector<std::string>{"wwn-0x50014ee2b1111111", "wwn-0x5000c500a2222222",
-                                                                "wwn-0x5000c500c3333333"}));
+  EXPECT_EQ(nas.groups[0].dataDisks,
+            (std::vector<std::string>{"wwn-0x50014ee2b1111111", "wwn-0x5000c500a2222222",
+                                      "wwn-0x5000c500c3333333"}));
   EXPECT_EQ(nas.groups[0].spareDisks, std::vector<std::string>{"wwn-0x50014ee2b4444444"});
 }
 
@@ -97,7 +100,8 @@ TEST(LinuxSource, SmartAnswersAreCachedForTheirTimeToLive) {
 
 TEST(LinuxSource, DisksThatAppearOrVanishShowAtTheNextRead) {
   TempDir dir;
-  fs::copy(kFixture + "/root", dir.path() + "/root", fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+  fs::copy(kFixture + "/root", dir.path() + "/root",
+           fs::copy_options::recursive | fs::copy_options::copy_symlinks);
   LinuxSourceConfig config = FixtureConfig();
   config.root = dir.path() + "/root";
   LinuxSource source(config);
@@ -116,7 +120,8 @@ TEST(LinuxSource, UnreadableSysfsIsOneClearError) {
     source.Read();
     FAIL() << "no error";
   } catch (const std::runtime_error& error) {
-    EXPECT_EQ(std::string(error.what()), "Cannot read /nonexistent-root/sys/block: No such file or directory");
+    EXPECT_EQ(std::string(error.what()),
+              "Cannot read /nonexistent-root/sys/block: No such file or directory");
   }
 }
 
@@ -133,11 +138,13 @@ TEST(LinuxSource, ADiskThatDoesNotAnswerInTimeDoesNotHoldTheRequest) {
   const auto start = std::chrono::steady_clock::now();
   const auto disks = ById(source.Read());
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
-  EXPECT_EQ(disks.at("wwn-0x50014ee2b1111111").health.healthStatus, pelka::platform::kHealthUnknown);
+  EXPECT_EQ(disks.at("wwn-0x50014ee2b1111111").health.healthStatus,
+            pelka::platform::kHealthUnknown);
   EXPECT_EQ(disks.at("wwn-0x50014ee2b4444444").health.message, "PASSED");  // the others answered
   source.Read();  // still hanging: no second line
   ASSERT_EQ(errors.Lines().size(), 1u);
-  EXPECT_EQ(errors.Lines()[0], "smartctl /dev/sda: no answer within 500 ms (the last known health stays in service)");
+  EXPECT_EQ(errors.Lines()[0],
+            "smartctl /dev/sda: no answer within 500 ms (the last known health stays in service)");
 
   // Once known, a health survives a disk that stops answering.
   fs::remove(records.path() + "/sda.sleep");
@@ -174,7 +181,8 @@ TEST(LinuxSource, UnparsableSmartctlOutputIsOneErrorLine) {
   source.Read();
   EXPECT_EQ(sda.health.healthStatus, pelka::platform::kHealthUnknown);
   EXPECT_EQ(sda.disk.status, zeda::orvi::Unknown);
-  EXPECT_EQ(errors.Lines(), std::vector<std::string>{"smartctl /dev/sda: unparsable smartctl output (exit status 0)"});
+  EXPECT_EQ(errors.Lines(), std::vector<std::string>{
+                                "smartctl /dev/sda: unparsable smartctl output (exit status 0)"});
 }
 
 TEST(LinuxSource, MissingSmartctlIsOneErrorLine) {
@@ -187,7 +195,8 @@ TEST(LinuxSource, MissingSmartctlIsOneErrorLine) {
   source.Read();
   ASSERT_EQ(errors.Lines().size(), 1u);
   EXPECT_EQ(errors.Lines()[0],
-            "Cannot run /nonexistent/smartctl: No such file or directory (SMART health stays unknown; install "
+            "Cannot run /nonexistent/smartctl: No such file or directory (SMART health stays "
+            "unknown; install "
             "smartmontools)");
   for (const auto& [id, disk] : disks) {
     EXPECT_EQ(disk.health.healthStatus, pelka::platform::kHealthUnknown) << id;
@@ -204,15 +213,18 @@ TEST(SmartctlOutput, UnparsableOutputIsRefused) {
 
 TEST(SmartctlOutput, VerdictsFromStatusAndExitBits) {
   const auto parse = [](const std::string& body, int exit) {
-    return pelka::platform::ParseSmartctlOutput("{\"smartctl\": {\"exit_status\": " + std::to_string(exit) + "}" + body + "}",
-                                                exit);
+    return pelka::platform::ParseSmartctlOutput(
+        "{\"smartctl\": {\"exit_status\": " + std::to_string(exit) + "}" + body + "}", exit);
   };
-  EXPECT_EQ(parse(", \"smart_status\": {\"passed\": true}", 0).verdict, SmartReport::Verdict::Passed);
+  EXPECT_EQ(parse(", \"smart_status\": {\"passed\": true}", 0).verdict,
+            SmartReport::Verdict::Passed);
   EXPECT_TRUE(parse(", \"smart_status\": {\"passed\": true}", 16).attributesAtThreshold);
-  EXPECT_EQ(parse(", \"smart_status\": {\"passed\": false}", 8).verdict, SmartReport::Verdict::Failed);
+  EXPECT_EQ(parse(", \"smart_status\": {\"passed\": false}", 8).verdict,
+            SmartReport::Verdict::Failed);
   EXPECT_EQ(parse("", 4).verdict, SmartReport::Verdict::CommandFailed);
   EXPECT_EQ(parse("", 2).verdict, SmartReport::Verdict::NoSmart);
-  EXPECT_EQ(parse(", \"smart_support\": {\"available\": false}", 4).verdict, SmartReport::Verdict::NoSmart);
+  EXPECT_EQ(parse(", \"smart_support\": {\"available\": false}", 4).verdict,
+            SmartReport::Verdict::NoSmart);
   EXPECT_EQ(parse(", \"rotation_rate\": 7200", 0).rotationRate, 7200u);
 }
 

@@ -37,9 +37,8 @@ std::vector<DispatchingClass> DispatchingClasses() {
 
 Outcome Associators(const DispatchingClass& c, const std::string& sourceClass,
                     const OptString& assocClass) {
-  return ModuleHost().associators(
-      c.provider(), ObjectPath(kNamespace, sourceClass), assocClass, std::nullopt,
-      std::nullopt, std::nullopt);
+  return ModuleHost().associators(c.provider(), ObjectPath(kNamespace, sourceClass), assocClass,
+                                  std::nullopt, std::nullopt, std::nullopt);
 }
 
 void PrintTo(const DispatchingClass& c, std::ostream* os) { *os << c.className; }
@@ -65,7 +64,8 @@ std::vector<std::string> NewErrorLines(size_t before) {
 }
 
 bool EndsWith(const std::string& text, const std::string& tail) {
-  return text.size() >= tail.size() && text.compare(text.size() - tail.size(), tail.size(), tail) == 0;
+  return text.size() >= tail.size() &&
+         text.compare(text.size() - tail.size(), tail.size(), tail) == 0;
 }
 
 void ExpectRefused(const Outcome& outcome, const std::string& message) {

@@ -69,8 +69,8 @@ TEST(ModuleExports, HostFindsTheSeventeenFactories) {
 
 TEST(ModuleExports, ElementClassesHaveNoAssociationFactory) {
   auto& host = ModuleHost();
-  for (const char* cls : {"ZEDA_DiskDrive", "ZEDA_StorageExtent_Disk",
-                          "ZEDA_PhysicalPackage_Disk", "ZEDA_SoftwareIdentity_Disk"}) {
+  for (const char* cls : {"ZEDA_DiskDrive", "ZEDA_StorageExtent_Disk", "ZEDA_PhysicalPackage_Disk",
+                          "ZEDA_SoftwareIdentity_Disk"}) {
     const std::string provider = std::string(cls) + "Provider";
     EXPECT_TRUE(host.hasFactory(provider, zeda::host::MIKind::Instance)) << cls;
     EXPECT_FALSE(host.hasFactory(provider, zeda::host::MIKind::Association)) << cls;
@@ -82,8 +82,8 @@ TEST(ModuleExports, AssociatedComponentExtentHasNoInstanceFactory) {
   const std::string provider = "ZEDA_AssociatedComponentExtent_PrimordialProvider";
   EXPECT_FALSE(host.hasFactory(provider, zeda::host::MIKind::Instance));
   EXPECT_TRUE(host.hasFactory(provider, zeda::host::MIKind::Association));
-  EXPECT_TRUE(host.hasFactory("ZEDA_ConcreteComponent_PrimordialProvider",
-                              zeda::host::MIKind::Instance));
+  EXPECT_TRUE(
+      host.hasFactory("ZEDA_ConcreteComponent_PrimordialProvider", zeda::host::MIKind::Instance));
 }
 
 TEST(ModuleExports, NoMethodOrIndicationFactories) {

@@ -41,8 +41,8 @@ int UseCount(const void* handle) {
 const void* ModuleFunction(const void* inModule, const std::string& prefix) {
   Dl_info info{};
   if (dladdr(inModule, &info) == 0) return nullptr;
-  const std::string command = std::string("'") + ZEDA_NM + "' -C --defined-only '" +
-                              ModulePath() + "'";
+  const std::string command =
+      std::string("'") + ZEDA_NM + "' -C --defined-only '" + ModulePath() + "'";
   const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
   if (!pipe) return nullptr;
   char line[4096];
@@ -85,7 +85,8 @@ TEST_P(EachExport, FunctionTableHeaderAndEntryPoints) {
     EXPECT_EQ(std::string(ft.miName), e.miName());
     const auto driver = [&ft](const char* name) { return ModuleFunction(&ft, name); };
     EXPECT_EQ(Address(ft.cleanup), driver("CmpiBaseMI::driveBaseCleanup(_CMPIInstanceMI*"));
-    EXPECT_EQ(Address(ft.enumerateInstanceNames), driver("CmpiInstanceMI::driveEnumInstanceNames("));
+    EXPECT_EQ(Address(ft.enumerateInstanceNames),
+              driver("CmpiInstanceMI::driveEnumInstanceNames("));
     EXPECT_EQ(Address(ft.enumerateInstances), driver("CmpiInstanceMI::driveEnumInstances("));
     EXPECT_EQ(Address(ft.getInstance), driver("CmpiInstanceMI::driveGetInstance("));
     EXPECT_EQ(Address(ft.createInstance), driver("CmpiInstanceMI::driveCreateInstance("));
@@ -123,9 +124,9 @@ TEST_P(EachExport, SameFactoryTwiceGivesTheSameRecordAndCountsBothUses) {
 
 INSTANTIATE_TEST_SUITE_P(Module, EachExport, ::testing::ValuesIn(Exports()),
                          [](const ::testing::TestParamInfo<Export>& info) {
-                           return info.param.provider() +
-                                  (info.param.kind == MIKind::Instance ? "_Instance"
-                                                                       : "_Association");
+                           return info.param.provider() + (info.param.kind == MIKind::Instance
+                                                               ? "_Instance"
+                                                               : "_Association");
                          });
 
 class EachClassWithBothInterfaces : public ::testing::TestWithParam<ProviderClass> {};

@@ -38,13 +38,11 @@ const std::vector<Call>& InstanceCalls() {
        }},
       {"createInstance",
        [](Host& h, const ProviderClass& c) {
-         return h.createInstance(c.provider(), SomeInstancePath(c),
-                                 Instance(SomeInstancePath(c)));
+         return h.createInstance(c.provider(), SomeInstancePath(c), Instance(SomeInstancePath(c)));
        }},
       {"modifyInstance",
        [](Host& h, const ProviderClass& c) {
-         return h.modifyInstance(c.provider(), SomeInstancePath(c),
-                                 Instance(SomeInstancePath(c)));
+         return h.modifyInstance(c.provider(), SomeInstancePath(c), Instance(SomeInstancePath(c)));
        }},
       {"deleteInstance",
        [](Host& h, const ProviderClass& c) {
@@ -105,10 +103,11 @@ TEST_P(EachInstanceClass, UninstalledInstanceOperationsAreNotSupported) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Module, EachInstanceClass,
-    ::testing::ValuesIn(ClassesWhere([](const ProviderClass& c) { return c.instanceFactory; })),
-    NameOf);
+INSTANTIATE_TEST_SUITE_P(Module, EachInstanceClass,
+                         ::testing::ValuesIn(ClassesWhere([](const ProviderClass& c) {
+                           return c.instanceFactory;
+                         })),
+                         NameOf);
 
 class EachClassWithoutGetInstance : public ::testing::TestWithParam<ProviderClass> {};
 
@@ -138,17 +137,18 @@ TEST_P(EachAssociationClass, UninstalledAssociationOperationsAreNotSupported) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Module, EachAssociationClass,
-    ::testing::ValuesIn(ClassesWhere([](const ProviderClass& c) { return c.associationFactory; })),
-    NameOf);
+INSTANTIATE_TEST_SUITE_P(Module, EachAssociationClass,
+                         ::testing::ValuesIn(ClassesWhere([](const ProviderClass& c) {
+                           return c.associationFactory;
+                         })),
+                         NameOf);
 
 TEST(NotSupported, NotSupportedIsNotLogged) {
   Host& host = ModuleHost();
   const size_t before = ErrorLogLines().size();
-  ExpectNotSupported(
-      host.enumerateInstanceNames("ZEDA_DiskDriveProvider", ObjectPath(kNamespace, "ZEDA_DiskDrive")),
-      "enumInstanceNames");
+  ExpectNotSupported(host.enumerateInstanceNames("ZEDA_DiskDriveProvider",
+                                                 ObjectPath(kNamespace, "ZEDA_DiskDrive")),
+                     "enumInstanceNames");
   EXPECT_EQ(ErrorLogLines().size(), before);
 }
 

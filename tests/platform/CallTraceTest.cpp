@@ -18,7 +18,6 @@ namespace {
 
 using namespace zeda::pelka;
 
-
 class CallTrace : public ::testing::Test {
  protected:
   CallTrace() {

@@ -64,12 +64,17 @@ TEST_F(ExampleInventory, HasEveryKindOfDisk) {
   EXPECT_TRUE(AnyDisk([](const NasRecord&, const DiskRecord& r) { return r.disk.isFree; }));
   EXPECT_TRUE(AnyDisk([](const NasRecord&, const DiskRecord& r) { return r.disk.isSpare; }));
   EXPECT_TRUE(AnyDisk([](const NasRecord&, const DiskRecord& r) { return r.disk.isSsd; }));
-  EXPECT_TRUE(AnyDisk([](const NasRecord&, const DiskRecord& r) { return r.health.healthStatus != 0; }));
+  EXPECT_TRUE(
+      AnyDisk([](const NasRecord&, const DiskRecord& r) { return r.health.healthStatus != 0; }));
   EXPECT_TRUE(AnyDisk([](const NasRecord& nas, const DiskRecord& r) {
     return !r.disk.isFree && !Grouped(nas, r.disk.id);
   }));
-  EXPECT_TRUE(AnyDisk([](const NasRecord&, const DiskRecord& r) { return r.disk.id.find(':') == std::string::npos; }));
-  EXPECT_TRUE(AnyDisk([](const NasRecord&, const DiskRecord& r) { return r.disk.id.find(':') != std::string::npos; }));
+  EXPECT_TRUE(AnyDisk([](const NasRecord&, const DiskRecord& r) {
+    return r.disk.id.find(':') == std::string::npos;
+  }));
+  EXPECT_TRUE(AnyDisk([](const NasRecord&, const DiskRecord& r) {
+    return r.disk.id.find(':') != std::string::npos;
+  }));
   EXPECT_TRUE(AnyDisk([](const NasRecord&, const DiskRecord& r) { return r.disk.id == "0:1"; }));
   EXPECT_TRUE(AnyDisk([](const NasRecord&, const DiskRecord& r) { return r.disk.id == "0:10"; }));
 }

@@ -51,8 +51,9 @@ TEST(HostileInventory, NumbersBeyondDoubleRangeNameTheirPlace) {
             Expected("nas[0].disks[2].rpm: number too large for unsigned 32-bit"));
   EXPECT_EQ(Refusal(WithThirdDisk(R"({"id": "0:3", "health": {"status": -1.5e400}})")),
             Expected("nas[0].disks[2].health.status: number is negative"));
-  EXPECT_EQ(Refusal(WithThirdDisk(R"({"id": "0:3", "interfaceType": 1e400})")),
-            Expected("nas[0].disks[2].interfaceType: expected a string, found a floating-point number"));
+  EXPECT_EQ(
+      Refusal(WithThirdDisk(R"({"id": "0:3", "interfaceType": 1e400})")),
+      Expected("nas[0].disks[2].interfaceType: expected a string, found a floating-point number"));
 }
 
 TEST(HostileInventory, IntegersTooLargeForTheirTypeNameTheirPlace) {
@@ -75,14 +76,17 @@ TEST(HostileInventory, MinusZeroIsANegativeIntegerAsItHasAlwaysBeen) {
   EXPECT_EQ(Refusal(R"({"nas": [{"name": -0}]})"),
             Expected("nas[0].name: expected a string, found a negative integer"));
   // Inside strings and as a real it is no integer.
-  const Inventory inventory = ParseInventory(
-      WithThirdDisk(R"({"id": "0:3", "identity": {"serial": "WD-0 -0"}})"), kFile);
+  const Inventory inventory =
+      ParseInventory(WithThirdDisk(R"({"id": "0:3", "identity": {"serial": "WD-0 -0"}})"), kFile);
   EXPECT_EQ(inventory.nas.at(0).disks.at(2).identity.serial, "WD-0 -0");
   EXPECT_EQ(ParseInventory(WithThirdDisk(R"({"id": "0:3", "firmwareVersion": "a: -0,[-0"})"), kFile)
-                .nas.at(0).disks.at(2).disk.firmwareVersion,
+                .nas.at(0)
+                .disks.at(2)
+                .disk.firmwareVersion,
             "a: -0,[-0");
-  EXPECT_EQ(Refusal(WithThirdDisk(R"({"id": "0:3", "rpm": -0.0})")),
-            Expected("nas[0].disks[2].rpm: expected an unsigned integer, found a floating-point number"));
+  EXPECT_EQ(
+      Refusal(WithThirdDisk(R"({"id": "0:3", "rpm": -0.0})")),
+      Expected("nas[0].disks[2].rpm: expected an unsigned integer, found a floating-point number"));
 }
 
 TEST(HostileInventory, OverflowInsideStringsAndKeysIsText) {
@@ -121,7 +125,8 @@ TEST(HostileInventory, NulInsideAnyStringIsRefused) {
                                     R"(b"}})")),
               Expected("nas[0].disks[2].identity." + member + problem));
   }
-  EXPECT_EQ(Refusal(R"({"nas": [{"name": "n", "groups": [{"dataDisks": ["0:1", "0:)" + nul + R"("]}]}]})"),
+  EXPECT_EQ(Refusal(R"({"nas": [{"name": "n", "groups": [{"dataDisks": ["0:1", "0:)" + nul +
+                    R"("]}]}]})"),
             Expected("nas[0].groups[0].dataDisks[1]" + problem));
   EXPECT_EQ(Refusal(R"({"nas": [{"name": "n", "groups": [{"spareDisks": [")" + nul + R"("]}]}]})"),
             Expected("nas[0].groups[0].spareDisks[0]" + problem));
@@ -201,7 +206,8 @@ TEST_F(HostileFile, OverflowWithoutGoodPredecessorIsThrownAsItsMessage) {
     FAIL() << "a file with 1e400 was served";
   } catch (const std::runtime_error& error) {
     EXPECT_EQ(std::string(error.what()),
-              "Bad inventory file " + path_ + ": nas[0].disks[0].capacity: number too large for unsigned 64-bit");
+              "Bad inventory file " + path_ +
+                  ": nas[0].disks[0].capacity: number too large for unsigned 64-bit");
   }
 }
 

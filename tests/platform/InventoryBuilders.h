@@ -11,9 +11,8 @@
 
 namespace zeda::test {
 
-inline zeda::pelka::platform::DiskRecord Disk(const std::string& id,
-                                             std::uint32_t healthStatus = 0,
-                                             const std::string& serial = "") {
+inline zeda::pelka::platform::DiskRecord Disk(const std::string& id, std::uint32_t healthStatus = 0,
+                                              const std::string& serial = "") {
   zeda::pelka::platform::DiskRecord record;
   record.disk.id = id;
   record.disk.status = zeda::orvi::Ok;

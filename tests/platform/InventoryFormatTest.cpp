@@ -75,7 +75,8 @@ TEST(InventoryFormat, FullRecordIsRead) {
 }
 
 TEST(InventoryFormat, OptionalMembersTakeTheirDefaults) {
-  const Inventory inventory = ParseInventory(R"({"nas": [{"name": "n", "disks": [{"id": "9"}]}]})", kFile);
+  const Inventory inventory =
+      ParseInventory(R"({"nas": [{"name": "n", "disks": [{"id": "9"}]}]})", kFile);
   const DiskRecord& record = inventory.nas.at(0).disks.at(0);
   EXPECT_EQ(record.disk.id, "9");
   EXPECT_EQ(record.disk.status, zeda::orvi::Ok);
@@ -191,7 +192,8 @@ TEST(InventoryFormat, UnknownMembersAreRefused) {
 
 TEST(InventoryFormat, WrongTypesAreRefused) {
   EXPECT_EQ(Refusal(R"({"nas": {}})"), Expected("nas: expected an array, found an object"));
-  EXPECT_EQ(Refusal(R"({"nas": [7]})"), Expected("nas[0]: expected an object, found an unsigned integer"));
+  EXPECT_EQ(Refusal(R"({"nas": [7]})"),
+            Expected("nas[0]: expected an object, found an unsigned integer"));
   EXPECT_EQ(Refusal(R"({"nas": [{"name": 1}]})"),
             Expected("nas[0].name: expected a string, found an unsigned integer"));
   EXPECT_EQ(Refusal(R"({"nas": [{"name": "n", "disks": {}}]})"),
@@ -206,16 +208,18 @@ TEST(InventoryFormat, WrongTypesAreRefused) {
             Expected("nas[0].disks[2].status: expected a string, found an unsigned integer"));
   EXPECT_EQ(Refusal(WithThirdDisk(R"({"id": "0:3", "capacity": "4TB"})")),
             Expected("nas[0].disks[2].capacity: expected an unsigned integer, found a string"));
-  EXPECT_EQ(Refusal(WithThirdDisk(R"({"id": "0:3", "rpm": 5400.5})")),
-            Expected("nas[0].disks[2].rpm: expected an unsigned integer, found a floating-point number"));
+  EXPECT_EQ(
+      Refusal(WithThirdDisk(R"({"id": "0:3", "rpm": 5400.5})")),
+      Expected("nas[0].disks[2].rpm: expected an unsigned integer, found a floating-point number"));
   EXPECT_EQ(Refusal(WithThirdDisk(R"({"id": "0:3", "interfaceType": null})")),
             Expected("nas[0].disks[2].interfaceType: expected a string, found null"));
   EXPECT_EQ(Refusal(WithThirdDisk(R"({"id": "0:3", "health": 0})")),
             Expected("nas[0].disks[2].health: expected an object, found an unsigned integer"));
   EXPECT_EQ(Refusal(WithThirdDisk(R"({"id": "0:3", "health": {"message": false}})")),
             Expected("nas[0].disks[2].health.message: expected a string, found a boolean"));
-  EXPECT_EQ(Refusal(R"({"nas": [{"name": "n", "groups": [{"dataDisks": ["0:1", 2]}]}]})"),
-            Expected("nas[0].groups[0].dataDisks[1]: expected a string, found an unsigned integer"));
+  EXPECT_EQ(
+      Refusal(R"({"nas": [{"name": "n", "groups": [{"dataDisks": ["0:1", 2]}]}]})"),
+      Expected("nas[0].groups[0].dataDisks[1]: expected a string, found an unsigned integer"));
   EXPECT_EQ(Refusal(R"({"nas": [{"name": "n", "groups": [{"spareDisks": "0:1"}]}]})"),
             Expected("nas[0].groups[0].spareDisks: expected an array, found a string"));
 }
@@ -253,13 +257,15 @@ TEST(InventoryFormat, DuplicateNasNameIsRefused) {
   EXPECT_EQ(Refusal(R"({"nas": [{"name": "nas1"}, {"name": "nas2"}, {"name": "nas1"}]})"),
             Expected("nas[2].name: duplicate NAS name \"nas1\" (also at nas[0])"));
   // Names are compared exactly: letter case makes a different NAS.
-  EXPECT_EQ(ParseInventory(R"({"nas": [{"name": "nas1"}, {"name": "NAS1"}]})", kFile).nas.size(), 2u);
+  EXPECT_EQ(ParseInventory(R"({"nas": [{"name": "nas1"}, {"name": "NAS1"}]})", kFile).nas.size(),
+            2u);
 }
 
 TEST(InventoryFormat, UnknownStatusWordIsRefused) {
-  EXPECT_EQ(Refusal(WithThirdDisk(R"({"id": "0:3", "status": "OK"})")),
-            Expected("nas[0].disks[2].status: unknown status \"OK\" (expected unknown, ok, degraded, "
-                     "predictive-failure, error, stopped or no-contact)"));
+  EXPECT_EQ(
+      Refusal(WithThirdDisk(R"({"id": "0:3", "status": "OK"})")),
+      Expected("nas[0].disks[2].status: unknown status \"OK\" (expected unknown, ok, degraded, "
+               "predictive-failure, error, stopped or no-contact)"));
 }
 
 TEST(InventoryFormat, FirstProblemInDocumentOrderIsReported) {

@@ -43,7 +43,8 @@ std::string Document(const std::vector<std::string>& names) {
   std::string text = R"({"nas": [)";
   for (std::size_t i = 0; i < names.size(); ++i) {
     if (i != 0) text += ", ";
-    text += R"({"name": ")" + names[i] + R"(", "disks": [{"id": "1", "identity": {"serial": "x"}}]})";
+    text +=
+        R"({"name": ")" + names[i] + R"(", "disks": [{"id": "1", "identity": {"serial": "x"}}]})";
   }
   return text + "]}";
 }
@@ -120,7 +121,8 @@ TEST_F(FileInventory, IdenticalRewriteKeepsTheInventoryInService) {
 }
 
 TEST_F(FileInventory, MissingFileIsAnErrorNamingIt) {
-  const std::string expected = "Cannot read inventory file " + path_ + ": No such file or directory";
+  const std::string expected =
+      "Cannot read inventory file " + path_ + ": No such file or directory";
   EXPECT_EQ(Thrown([] { GetNasList(); }), expected);
   EXPECT_EQ(Thrown([] { Nas::Get("nas1"); }), expected);
   EXPECT_EQ(Thrown([] { util::GetNas("nas1"); }), expected);
@@ -128,7 +130,8 @@ TEST_F(FileInventory, MissingFileIsAnErrorNamingIt) {
 
 TEST_F(FileInventory, MalformedFileWithoutGoodPredecessorIsThrownEveryCall) {
   ReplaceFile(path_, R"({"nas": [{"name": "nas1", "disks": [{"id": "1", "rpm": -1}]}]})");
-  const std::string expected = "Bad inventory file " + path_ + ": nas[0].disks[0].rpm: number is negative";
+  const std::string expected =
+      "Bad inventory file " + path_ + ": nas[0].disks[0].rpm: number is negative";
   const std::uint64_t before = platform::InventoryParseCount();
   EXPECT_EQ(Thrown([] { GetNasList(); }), expected);
   EXPECT_EQ(Thrown([] { Nas::Get("nas1"); }), expected);
@@ -147,8 +150,8 @@ TEST_F(FileInventory, MalformedChangeKeepsTheLastGoodInventory) {
   EXPECT_EQ(Nas::Get("nas1").name, "nas1");
   EXPECT_EQ(util::GetNas("nas1").name, "nas1");
   const std::string logged = ::testing::internal::GetCapturedStderr();
-  const std::string message = "Bad inventory file " + path_ +
-                              ": nas[1].name: duplicate NAS name \"nas1\" (also at nas[0])";
+  const std::string message =
+      "Bad inventory file " + path_ + ": nas[1].name: duplicate NAS name \"nas1\" (also at nas[0])";
   const auto at = logged.find(message);
   ASSERT_NE(at, std::string::npos) << logged;
   // Logged once, not once per call, on a line of ERROR severity (glog's "E").
@@ -166,7 +169,8 @@ TEST_F(FileInventory, VanishedFileKeepsTheLastGoodInventory) {
   ::testing::internal::CaptureStderr();
   EXPECT_EQ(&GetNasList(), &good);
   const std::string logged = ::testing::internal::GetCapturedStderr();
-  EXPECT_THAT(logged, HasSubstr("Cannot read inventory file " + path_ + ": No such file or directory"));
+  EXPECT_THAT(logged,
+              HasSubstr("Cannot read inventory file " + path_ + ": No such file or directory"));
 }
 
 TEST_F(FileInventory, InventoryPathIsReadOnEveryCall) {

@@ -16,7 +16,6 @@ namespace {
 
 using namespace zeda::pelka;
 
-
 // The message of what `call` throws as std::runtime_error.
 template <typename Call>
 std::string Thrown(Call call) {
@@ -142,8 +141,8 @@ TEST_F(InMemory, DiskMatchingIgnoresAsciiCase) {
 TEST_F(InMemory, FirstMatchingDiskInListOrderAnswers) {
   // "01" equals the identifier of the first disk and the health key of the
   // second; whichever stands first answers.
-  platform::UseInMemoryInventory(InventoryOf(
-      {NasWith("a", {Disk("01", 1), Disk("0:1", 2)}), NasWith("b", {Disk("0:1", 2), Disk("01", 1)})}));
+  platform::UseInMemoryInventory(InventoryOf({NasWith("a", {Disk("01", 1), Disk("0:1", 2)}),
+                                              NasWith("b", {Disk("0:1", 2), Disk("01", 1)})}));
   EXPECT_EQ(GetOrvi(Nas::Get("a")).GetDiskHealth("01").healthStatus, 1u);
   EXPECT_EQ(GetOrvi(Nas::Get("b")).GetDiskHealth("01").healthStatus, 2u);
   // Same identifier twice, differing in case: the first one answers.

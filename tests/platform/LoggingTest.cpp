@@ -15,7 +15,6 @@
 namespace zeda::test {
 namespace {
 
-
 namespace fs = std::filesystem;
 
 // Checks that `directory` holds the link <program>.ERROR to a file with

@@ -3,6 +3,7 @@
 // often the inventory changes.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -10,11 +11,10 @@
 #include <iostream>
 #include <string>
 #include <thread>
-#include <unistd.h>
 #include <vector>
 
-#include "InventoryBuilders.h"
 #include "Fixtures.h"
+#include "InventoryBuilders.h"
 #include "inventory/Library.h"
 #include "platform/Inventory.h"
 
@@ -159,10 +159,11 @@ TEST_F(SnapshotLifetime, HundredThousandChangesUnderReadersKeepMemoryFlat) {
   const std::size_t snapshotsEnd = platform::SnapshotsInMemory();
   done = true;
   for (std::thread& reader : readers) reader.join();
-  const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  const double seconds =
+      std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 
-  std::cout << "changes " << kChanges << " in " << seconds << " s, walks " << walks << ", RSS start "
-            << rssStart / 1024 << " kB, after 20000 changes " << rssSettled / 1024
+  std::cout << "changes " << kChanges << " in " << seconds << " s, walks " << walks
+            << ", RSS start " << rssStart / 1024 << " kB, after 20000 changes " << rssSettled / 1024
             << " kB, after " << kChanges << " changes " << rssEnd / 1024
             << " kB; snapshots in memory at most " << mostSnapshots << ", at the end "
             << snapshotsEnd << std::endl;

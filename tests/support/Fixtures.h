@@ -3,8 +3,8 @@
 #define ZEDA_TESTS_SUPPORT_FIXTURES_H
 
 #include "ExpectedValues.h"
-#include "InventoryJson.h"
 #include "Instances.h"
+#include "InventoryJson.h"
 #include "ModuleHost.h"
 #include "ModulePaths.h"
 #include "Names.h"

@@ -41,8 +41,7 @@ inline zeda::host::ObjectPath DrivePath(const std::string& systemName, const std
                     ns);
 }
 
-inline zeda::host::ObjectPath ExtentPath(const std::string& systemName,
-                                         const std::string& deviceId,
+inline zeda::host::ObjectPath ExtentPath(const std::string& systemName, const std::string& deviceId,
                                          const std::string& ns = kNamespace) {
   return DevicePath("ZEDA_StorageExtent_Disk", "ZEDA_ComputerSystem", systemName,
                     "ZEDA_StorageExtent_Disk", deviceId, ns);

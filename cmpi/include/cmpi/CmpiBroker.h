@@ -33,8 +33,8 @@ class CmpiBroker {
                               const char* assocClass, const char* resultClass, const char* role,
                               const char* resultRole, const char** properties) const;
   CmpiEnumeration associatorNames(const CmpiContext& ctx, const CmpiObjectPath& cop,
-                                  const char* assocClass, const char* resultClass,
-                                  const char* role, const char* resultRole) const;
+                                  const char* assocClass, const char* resultClass, const char* role,
+                                  const char* resultRole) const;
   CmpiEnumeration references(const CmpiContext& ctx, const CmpiObjectPath& cop,
                              const char* resultClass, const char* role,
                              const char** properties) const;

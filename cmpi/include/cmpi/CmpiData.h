@@ -21,16 +21,16 @@ class CmpiData {
 
   // Numbers. CMPIBoolean and CMPIUint8 are the same C type: booleans are made
   // with CmpiBooleanData.
-  CmpiData(CMPIUint8 v);    // NOLINT(google-explicit-constructor)
-  CmpiData(CMPISint8 v);    // NOLINT
-  CmpiData(CMPIUint16 v);   // NOLINT
-  CmpiData(CMPISint16 v);   // NOLINT
-  CmpiData(CMPIUint32 v);   // NOLINT
-  CmpiData(CMPISint32 v);   // NOLINT
-  CmpiData(CMPIUint64 v);   // NOLINT
-  CmpiData(CMPISint64 v);   // NOLINT
-  CmpiData(CMPIReal32 v);   // NOLINT
-  CmpiData(CMPIReal64 v);   // NOLINT
+  CmpiData(CMPIUint8 v);   // NOLINT(google-explicit-constructor)
+  CmpiData(CMPISint8 v);   // NOLINT
+  CmpiData(CMPIUint16 v);  // NOLINT
+  CmpiData(CMPISint16 v);  // NOLINT
+  CmpiData(CMPIUint32 v);  // NOLINT
+  CmpiData(CMPISint32 v);  // NOLINT
+  CmpiData(CMPIUint64 v);  // NOLINT
+  CmpiData(CMPISint64 v);  // NOLINT
+  CmpiData(CMPIReal32 v);  // NOLINT
+  CmpiData(CMPIReal64 v);  // NOLINT
   // Text becomes a CMPI_string made through the broker of the current call.
   CmpiData(const char* text);         // NOLINT
   CmpiData(const std::string& text);  // NOLINT

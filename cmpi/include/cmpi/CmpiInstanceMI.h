@@ -24,9 +24,8 @@ class CmpiInstanceMI : virtual public CmpiBaseMI {
                                  const char** properties);
   virtual CmpiStatus deleteInstance(const CmpiContext& ctx, CmpiResult& rslt,
                                     const CmpiObjectPath& cop);
-  virtual CmpiStatus execQuery(const CmpiContext& ctx, CmpiResult& rslt,
-                               const CmpiObjectPath& cop, const char* query,
-                               const char* language);
+  virtual CmpiStatus execQuery(const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
+                               const char* query, const char* language);
 
   // Entry points of CMPIInstanceMIFT, in table order.
   static CMPIStatus driveEnumInstanceNames(CMPIInstanceMI* mi, const CMPIContext* ctx,

@@ -17,8 +17,7 @@ class CmpiMethodMI : virtual public CmpiBaseMI {
 
   static CMPIStatus driveInvokeMethod(CMPIMethodMI* mi, const CMPIContext* ctx,
                                       const CMPIResult* rslt, const CMPIObjectPath* ref,
-                                      const char* methodName, const CMPIArgs* in,
-                                      CMPIArgs* out);
+                                      const char* methodName, const CMPIArgs* in, CMPIArgs* out);
 };
 
 #endif

@@ -34,12 +34,12 @@ PELKA_SERVED_CLASSES(PELKA_EXPORT_TABLES)
 // built with hidden symbols.
 #define PELKA_FACTORY extern "C" __attribute__((visibility("default")))
 
-#define PELKA_DEFINE_FACTORY(Class, Kind)                                      \
-  PELKA_FACTORY CMPI##Kind##MI* Class##Provider_Create_##Kind##MI(             \
-      const CMPIBroker* broker, const CMPIContext* ctx, CMPIStatus* rc) {      \
-    return zeda::pelka::CreateMI<zeda::pelka::Class>(                          \
-        zeda::pelka::exportTable::Class##_##Kind, zeda::pelka::providerBase::Class, broker, ctx, \
-        rc);                                                                   \
+#define PELKA_DEFINE_FACTORY(Class, Kind)                                                      \
+  PELKA_FACTORY CMPI##Kind##MI* Class##Provider_Create_##Kind##MI(                             \
+      const CMPIBroker* broker, const CMPIContext* ctx, CMPIStatus* rc) {                      \
+    return zeda::pelka::CreateMI<zeda::pelka::Class>(zeda::pelka::exportTable::Class##_##Kind, \
+                                                     zeda::pelka::providerBase::Class, broker, \
+                                                     ctx, rc);                                 \
   }
 #define PELKA_FACTORIES(Class, Interfaces) \
   PELKA_INTERFACES_##Interfaces(PELKA_DEFINE_FACTORY, Class)

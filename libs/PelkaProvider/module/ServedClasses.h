@@ -24,17 +24,17 @@
 //   INSTANCE_AND_ASSOCIATION   both, sharing one provider object
 // 11 classes, 17 factories. ZEDA_AssociatedComponentExtent_Primordial has
 // no instance interface on purpose (it can only be walked).
-#define PELKA_SERVED_CLASSES(X)                                      \
-  X(ZEDA_AssociatedComponentExtent_Primordial, ASSOCIATION)          \
-  X(ZEDA_ConcreteComponent_Primordial, INSTANCE_AND_ASSOCIATION)     \
-  X(ZEDA_DiskDrive, INSTANCE)                                        \
-  X(ZEDA_ElementSoftwareIdentity_Disk, INSTANCE_AND_ASSOCIATION)     \
-  X(ZEDA_MediaPresent, INSTANCE_AND_ASSOCIATION)                     \
-  X(ZEDA_PhysicalPackage_Disk, INSTANCE)                             \
-  X(ZEDA_Realizes_Disk, INSTANCE_AND_ASSOCIATION)                    \
-  X(ZEDA_SoftwareIdentity_Disk, INSTANCE)                            \
-  X(ZEDA_StorageExtent_Disk, INSTANCE)                               \
-  X(ZEDA_SystemDevice_DiskDrive, INSTANCE_AND_ASSOCIATION)           \
+#define PELKA_SERVED_CLASSES(X)                                  \
+  X(ZEDA_AssociatedComponentExtent_Primordial, ASSOCIATION)      \
+  X(ZEDA_ConcreteComponent_Primordial, INSTANCE_AND_ASSOCIATION) \
+  X(ZEDA_DiskDrive, INSTANCE)                                    \
+  X(ZEDA_ElementSoftwareIdentity_Disk, INSTANCE_AND_ASSOCIATION) \
+  X(ZEDA_MediaPresent, INSTANCE_AND_ASSOCIATION)                 \
+  X(ZEDA_PhysicalPackage_Disk, INSTANCE)                         \
+  X(ZEDA_Realizes_Disk, INSTANCE_AND_ASSOCIATION)                \
+  X(ZEDA_SoftwareIdentity_Disk, INSTANCE)                        \
+  X(ZEDA_StorageExtent_Disk, INSTANCE)                           \
+  X(ZEDA_SystemDevice_DiskDrive, INSTANCE_AND_ASSOCIATION)       \
   X(ZEDA_SystemDevice_StorageExtent_Disk, INSTANCE_AND_ASSOCIATION)
 
 #endif

@@ -39,8 +39,8 @@ std::vector<std::pair<std::string, Driver>> allDrivers() {
        }},
       {"associators",
        [](Call& c) {
-         return CmpiAssociationMI::driveAssociators(&c.associationMI, c.ctx, c.rslt, c.cop,
-                                                    nullptr, nullptr, nullptr, nullptr, nullptr);
+         return CmpiAssociationMI::driveAssociators(&c.associationMI, c.ctx, c.rslt, c.cop, nullptr,
+                                                    nullptr, nullptr, nullptr, nullptr);
        }},
       {"associatorNames",
        [](Call& c) {
@@ -49,8 +49,8 @@ std::vector<std::pair<std::string, Driver>> allDrivers() {
        }},
       {"references",
        [](Call& c) {
-         return CmpiAssociationMI::driveReferences(&c.associationMI, c.ctx, c.rslt, c.cop,
-                                                   nullptr, nullptr, nullptr);
+         return CmpiAssociationMI::driveReferences(&c.associationMI, c.ctx, c.rslt, c.cop, nullptr,
+                                                   nullptr, nullptr);
        }},
       {"referenceNames",
        [](Call& c) {
@@ -64,8 +64,8 @@ std::vector<std::pair<std::string, Driver>> allDrivers() {
        }},
       {"authorizeFilter",
        [](Call& c) {
-         return CmpiIndicationMI::driveAuthorizeFilter(&c.indicationMI, c.ctx, c.filter, "C",
-                                                       c.cop, "owner");
+         return CmpiIndicationMI::driveAuthorizeFilter(&c.indicationMI, c.ctx, c.filter, "C", c.cop,
+                                                       "owner");
        }},
       {"mustPoll",
        [](Call& c) {
@@ -73,8 +73,8 @@ std::vector<std::pair<std::string, Driver>> allDrivers() {
        }},
       {"activateFilter",
        [](Call& c) {
-         return CmpiIndicationMI::driveActivateFilter(&c.indicationMI, c.ctx, c.filter, "C",
-                                                      c.cop, 1);
+         return CmpiIndicationMI::driveActivateFilter(&c.indicationMI, c.ctx, c.filter, "C", c.cop,
+                                                      1);
        }},
       {"deActivateFilter",
        [](Call& c) {
@@ -82,13 +82,9 @@ std::vector<std::pair<std::string, Driver>> allDrivers() {
                                                         c.cop, 0);
        }},
       {"enableIndications",
-       [](Call& c) {
-         return CmpiIndicationMI::driveEnableIndications(&c.indicationMI, c.ctx);
-       }},
+       [](Call& c) { return CmpiIndicationMI::driveEnableIndications(&c.indicationMI, c.ctx); }},
       {"disableIndications",
-       [](Call& c) {
-         return CmpiIndicationMI::driveDisableIndications(&c.indicationMI, c.ctx);
-       }},
+       [](Call& c) { return CmpiIndicationMI::driveDisableIndications(&c.indicationMI, c.ctx); }},
   };
 }
 

@@ -42,11 +42,16 @@ class AllInterfaces : public CmpiInstanceMI,
     seen.emplace_back(operation);
     brokerDuringCall = CmpiBroker::current();
     switch (behaviour) {
-      case Behaviour::ReturnOk: return CmpiStatus(CMPI_RC_OK);
-      case Behaviour::ReturnStatus: return CmpiStatus(CMPI_RC_ERR_NOT_FOUND, "nf");
-      case Behaviour::ThrowStatus: throw CmpiStatus(CMPI_RC_ERR_INVALID_PARAMETER, "bad");
-      case Behaviour::ThrowStd: throw std::runtime_error("boom");
-      case Behaviour::ThrowInt: throw 42;
+      case Behaviour::ReturnOk:
+        return CmpiStatus(CMPI_RC_OK);
+      case Behaviour::ReturnStatus:
+        return CmpiStatus(CMPI_RC_ERR_NOT_FOUND, "nf");
+      case Behaviour::ThrowStatus:
+        throw CmpiStatus(CMPI_RC_ERR_INVALID_PARAMETER, "bad");
+      case Behaviour::ThrowStd:
+        throw std::runtime_error("boom");
+      case Behaviour::ThrowInt:
+        throw 42;
     }
     return CmpiStatus(CMPI_RC_ERROR);
   }
@@ -140,9 +145,7 @@ class AllInterfaces : public CmpiInstanceMI,
     return act("deActivateFilter");
   }
   CmpiStatus enableIndications(const CmpiContext&) override { return act("enableIndications"); }
-  CmpiStatus disableIndications(const CmpiContext&) override {
-    return act("disableIndications");
-  }
+  CmpiStatus disableIndications(const CmpiContext&) override { return act("disableIndications"); }
 };
 
 // Only the instance interface, all defaults.

@@ -101,8 +101,7 @@ CMPIBoolean classPathIsA(const CMPIBroker*, const CMPIObjectPath* op, const char
 CMPIString* objectToString(const CMPIBroker* mb, const void* object, CMPIStatus* rc) {
   return pathToString(static_cast<const CMPIObjectPath*>(object), rc);
 }
-CMPIStatus logMessage(const CMPIBroker* mb, int, const char*, const char* text,
-                      const CMPIString*) {
+CMPIStatus logMessage(const CMPIBroker* mb, int, const char*, const char* text, const CMPIString*) {
   brokerOf(mb)->logged.emplace_back(text ? text : "");
   return CMPIStatus{brokerOf(mb)->logAnswer, nullptr};
 }

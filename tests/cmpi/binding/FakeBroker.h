@@ -128,10 +128,10 @@ class Broker {
   CMPISelectExpFT selectExpFT{};
 
   // Behaviour knobs.
-  bool newStringFails = false;  // newString answers CMPI_RC_ERR_FAILED
+  bool newStringFails = false;                   // newString answers CMPI_RC_ERR_FAILED
   CMPIrc logAnswer = CMPI_RC_ERR_NOT_SUPPORTED;  // what logMessage and trace answer
-  std::vector<std::string> logged;  // texts given to logMessage and trace
-  std::vector<std::string> calls;   // names of the up-calls made
+  std::vector<std::string> logged;               // texts given to logMessage and trace
+  std::vector<std::string> calls;                // names of the up-calls made
 
   std::vector<std::unique_ptr<String>> strings;
   std::vector<std::unique_ptr<Array>> arrays;

@@ -331,8 +331,8 @@ void fillObjectTables(Broker& b) {
   b.argsFT = CMPIArgsFT{200, nullptr, nullptr, argsAdd, argsGet, argsGetAt, argsCount};
   b.dateTimeFT = CMPIDateTimeFT{200, nullptr, nullptr, dtBinary, dtString, dtInterval};
   b.contextFT = CMPIContextFT{200, nullptr, nullptr, ctxGet, ctxGetAt, ctxCount, ctxAdd};
-  b.resultFT = CMPIResultFT{200,           nullptr,    nullptr,    resultData,
-                          resultInstance, resultPath, resultDone, nullptr};
+  b.resultFT = CMPIResultFT{200,        nullptr,    nullptr, resultData, resultInstance,
+                            resultPath, resultDone, nullptr};
   b.enumerationFT = CMPIEnumerationFT{200, nullptr, nullptr, enumNext, enumHasNext, enumToArray};
   b.selectExpFT.ftVersion = 200;
   b.selectExpFT.getString = seString;

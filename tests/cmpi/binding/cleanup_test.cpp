@@ -37,11 +37,16 @@ class Tracked : public CmpiInstanceMI, public CmpiAssociationMI {
     ++trace_.cleanups;
     trace_.brokerDuringCleanup = CmpiBroker::current();
     switch (answer) {
-      case CleanupAnswer::Ok: return CmpiStatus(CMPI_RC_OK);
-      case CleanupAnswer::Failure: return CmpiStatus(CMPI_RC_ERR_FAILED, "no");
-      case CleanupAnswer::ThrowStd: throw std::runtime_error("cleanup failed");
-      case CleanupAnswer::ThrowInt: throw 7;
-      case CleanupAnswer::ThrowStatus: throw CmpiStatus(CMPI_RC_ERR_FAILED);
+      case CleanupAnswer::Ok:
+        return CmpiStatus(CMPI_RC_OK);
+      case CleanupAnswer::Failure:
+        return CmpiStatus(CMPI_RC_ERR_FAILED, "no");
+      case CleanupAnswer::ThrowStd:
+        throw std::runtime_error("cleanup failed");
+      case CleanupAnswer::ThrowInt:
+        throw 7;
+      case CleanupAnswer::ThrowStatus:
+        throw CmpiStatus(CMPI_RC_ERR_FAILED);
     }
     return CmpiStatus(CMPI_RC_OK);
   }
@@ -159,9 +164,8 @@ TEST_F(CleanupTest, AProviderThatCannotTellIsKept) {
 }
 
 TEST_F(CleanupTest, TheObjectEndsWhateverCleanupAnswersOrThrows) {
-  for (const CleanupAnswer answer :
-       {CleanupAnswer::Failure, CleanupAnswer::ThrowStd, CleanupAnswer::ThrowInt,
-        CleanupAnswer::ThrowStatus}) {
+  for (const CleanupAnswer answer : {CleanupAnswer::Failure, CleanupAnswer::ThrowStd,
+                                     CleanupAnswer::ThrowInt, CleanupAnswer::ThrowStatus}) {
     trace = Trace();
     registered(1)->answer = answer;
     const CMPIStatus status = CmpiBaseMI::driveBaseCleanup(&associationMI, ctx, 0);

@@ -161,9 +161,9 @@ TEST_F(DataTest, NullAndMissingValuesDoNotConvert) {
   CMPIData nullNumber{};
   nullNumber.type = CMPI_uint32;
   nullNumber.state = CMPI_nullValue;
-  EXPECT_EQ(thrownBy([&] { static_cast<void>(static_cast<CMPIUint32>(CmpiData(nullNumber))); })
-                .rc(),
-            CMPI_RC_ERR_NO_SUCH_PROPERTY);
+  EXPECT_EQ(
+      thrownBy([&] { static_cast<void>(static_cast<CMPIUint32>(CmpiData(nullNumber))); }).rc(),
+      CMPI_RC_ERR_NO_SUCH_PROPERTY);
 }
 
 TEST_F(DataTest, BooleansComeFromCmpiBooleanData) {

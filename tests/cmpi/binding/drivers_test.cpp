@@ -10,8 +10,8 @@
 namespace zeda::test {
 namespace {
 
-using harness::AllInterfaces;
 using harness::allDrivers;
+using harness::AllInterfaces;
 using harness::Behaviour;
 using harness::Call;
 using harness::InstanceOnly;
@@ -137,12 +137,12 @@ TEST_F(DriversTest, DefaultOperationsAreNotSupported) {
     EXPECT_EQ(status.rc, CMPI_RC_ERR_NOT_SUPPORTED);
   }
   // The instance defaults carry no message; other interfaces are missing altogether.
-  EXPECT_EQ(CmpiInstanceMI::driveEnumInstanceNames(&call.instanceMI, call.ctx, call.rslt, call.cop)
-                .msg,
-            nullptr);
-  const CMPIStatus noAssociation = CmpiAssociationMI::driveAssociators(
-      &call.associationMI, call.ctx, call.rslt, call.cop, nullptr, nullptr, nullptr, nullptr,
+  EXPECT_EQ(
+      CmpiInstanceMI::driveEnumInstanceNames(&call.instanceMI, call.ctx, call.rslt, call.cop).msg,
       nullptr);
+  const CMPIStatus noAssociation =
+      CmpiAssociationMI::driveAssociators(&call.associationMI, call.ctx, call.rslt, call.cop,
+                                          nullptr, nullptr, nullptr, nullptr, nullptr);
   EXPECT_NE(fake::Broker::text(noAssociation.msg).find("association"), std::string::npos);
   EXPECT_TRUE(result->data.empty());
   EXPECT_FALSE(result->done);
@@ -150,8 +150,8 @@ TEST_F(DriversTest, DefaultOperationsAreNotSupported) {
 
 TEST_F(DriversTest, ArgumentsArriveAsTheObjectManagerPassedThem) {
   const char* props[] = {"Name", nullptr};
-  CmpiAssociationMI::driveAssociators(&call.associationMI, call.ctx, call.rslt, call.cop,
-                                      nullptr, "R", "Role", "RR", props);
+  CmpiAssociationMI::driveAssociators(&call.associationMI, call.ctx, call.rslt, call.cop, nullptr,
+                                      "R", "Role", "RR", props);
   EXPECT_EQ(provider.path, call.cop);
   EXPECT_EQ(provider.text, nullptr);
   EXPECT_EQ(provider.properties, props);
@@ -168,8 +168,8 @@ TEST_F(DriversTest, ArgumentsArriveAsTheObjectManagerPassedThem) {
   CmpiIndicationMI::driveActivateFilter(&call.indicationMI, call.ctx, call.filter, "C", call.cop,
                                         1);
   EXPECT_TRUE(provider.flag);
-  CmpiIndicationMI::driveDeActivateFilter(&call.indicationMI, call.ctx, call.filter, "C",
-                                          call.cop, 0);
+  CmpiIndicationMI::driveDeActivateFilter(&call.indicationMI, call.ctx, call.filter, "C", call.cop,
+                                          0);
   EXPECT_FALSE(provider.flag);
 }
 

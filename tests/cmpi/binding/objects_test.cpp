@@ -102,8 +102,7 @@ TEST_F(ObjectsTest, EmptyTableEntriesAreNotSupported) {
   EXPECT_EQ(thrownBy([&] { path.setKey("K", CmpiData(CMPIUint32{1})); }).rc(),
             CMPI_RC_ERR_NOT_SUPPORTED);
   mb.eft.newObjectPath = nullptr;
-  EXPECT_EQ(thrownBy([] { CmpiObjectPath p(kNamespace, "C"); }).rc(),
-            CMPI_RC_ERR_NOT_SUPPORTED);
+  EXPECT_EQ(thrownBy([] { CmpiObjectPath p(kNamespace, "C"); }).rc(), CMPI_RC_ERR_NOT_SUPPORTED);
   mb.enc_.eft = nullptr;
   EXPECT_EQ(thrownBy([] { CmpiString s("x"); }).rc(), CMPI_RC_ERR_INVALID_HANDLE);
 }
@@ -220,8 +219,7 @@ TEST_F(ObjectsTest, ResultReceivesDataInstancesPathsAndDone) {
   const CmpiStatus late = thrownBy([&] { result.returnData(path); });
   EXPECT_EQ(late.rc(), CMPI_RC_ERR_FAILED);
   EXPECT_EQ(messageOf(late), "result already done");
-  EXPECT_EQ(thrownBy([&] { result.returnData(CmpiInstance()); }).rc(),
-            CMPI_RC_ERR_INVALID_HANDLE);
+  EXPECT_EQ(thrownBy([&] { result.returnData(CmpiInstance()); }).rc(), CMPI_RC_ERR_INVALID_HANDLE);
   EXPECT_EQ(thrownBy([&] { result.returnData(CmpiObjectPath()); }).rc(),
             CMPI_RC_ERR_INVALID_HANDLE);
 }

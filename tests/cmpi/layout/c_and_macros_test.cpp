@@ -17,8 +17,10 @@
 namespace zeda::test {
 namespace {
 
-#define FACT(T, m) {#T "." #m, offsetof(T, m)}
-#define SIZE_FACT(T) {"sizeof " #T, sizeof(T)}
+#define FACT(T, m) \
+  { #T "." #m, offsetof(T, m) }
+#define SIZE_FACT(T) \
+  { "sizeof " #T, sizeof(T) }
 
 TEST(CmpiCLayout, CAndCxxAgreeOnEveryReportedOffset) {
   const std::map<std::string, std::size_t> cxx = {

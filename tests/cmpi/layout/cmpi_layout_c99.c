@@ -61,8 +61,10 @@ LAYOUT_ASSERT(state_null, CMPI_nullValue == 0x100);
 
 /* ---- offsets as the C compiler sees them ------------------------------ */
 
-#define FACT(T, m) {#T "." #m, offsetof(T, m)}
-#define SIZE_FACT(T) {"sizeof " #T, sizeof(T)}
+#define FACT(T, m) \
+  { #T "." #m, offsetof(T, m) }
+#define SIZE_FACT(T) \
+  { "sizeof " #T, sizeof(T) }
 
 static const struct cmpi_c_fact facts[] = {
     SIZE_FACT(CMPIValue),
@@ -124,8 +126,8 @@ static const struct cmpi_c_fact facts[] = {
 };
 
 const struct cmpi_c_fact* cmpi_layout_c_facts(size_t* count) {
-    *count = sizeof facts / sizeof facts[0];
-    return facts;
+  *count = sizeof facts / sizeof facts[0];
+  return facts;
 }
 
 /* ---- an instance MI written in plain C with the factory stub ------------ */
@@ -134,97 +136,98 @@ static const CMPIBroker* probe_broker;
 static int probe_last_call;
 
 static CMPIStatus ProbeCleanup(CMPIInstanceMI* mi, const CMPIContext* ctx, CMPIBoolean term) {
-    (void)mi;
-    (void)ctx;
-    (void)term;
-    probe_last_call = 1;
-    CMReturn(CMPI_RC_OK);
+  (void)mi;
+  (void)ctx;
+  (void)term;
+  probe_last_call = 1;
+  CMReturn(CMPI_RC_OK);
 }
 
 static CMPIStatus ProbeEnumInstanceNames(CMPIInstanceMI* mi, const CMPIContext* ctx,
                                          const CMPIResult* rslt, const CMPIObjectPath* op) {
-    (void)mi;
-    (void)ctx;
-    (void)rslt;
-    (void)op;
-    probe_last_call = 2;
-    CMReturn(CMPI_RC_ERR_NOT_SUPPORTED);
+  (void)mi;
+  (void)ctx;
+  (void)rslt;
+  (void)op;
+  probe_last_call = 2;
+  CMReturn(CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
 static CMPIStatus ProbeEnumInstances(CMPIInstanceMI* mi, const CMPIContext* ctx,
                                      const CMPIResult* rslt, const CMPIObjectPath* op,
                                      const char** props) {
-    (void)mi;
-    (void)ctx;
-    (void)op;
-    (void)props;
-    probe_last_call = 3;
-    CMReturnDone(rslt);
-    CMReturn(CMPI_RC_OK);
+  (void)mi;
+  (void)ctx;
+  (void)op;
+  (void)props;
+  probe_last_call = 3;
+  CMReturnDone(rslt);
+  CMReturn(CMPI_RC_OK);
 }
 
 static CMPIStatus ProbeGetInstance(CMPIInstanceMI* mi, const CMPIContext* ctx,
                                    const CMPIResult* rslt, const CMPIObjectPath* op,
                                    const char** props) {
-    (void)mi;
-    (void)ctx;
-    (void)rslt;
-    (void)op;
-    (void)props;
-    probe_last_call = 4;
-    CMReturnWithChars(probe_broker, CMPI_RC_ERR_NOT_FOUND, "no such disk");
+  (void)mi;
+  (void)ctx;
+  (void)rslt;
+  (void)op;
+  (void)props;
+  probe_last_call = 4;
+  CMReturnWithChars(probe_broker, CMPI_RC_ERR_NOT_FOUND, "no such disk");
 }
 
 static CMPIStatus ProbeCreateInstance(CMPIInstanceMI* mi, const CMPIContext* ctx,
                                       const CMPIResult* rslt, const CMPIObjectPath* op,
                                       const CMPIInstance* inst) {
-    (void)mi;
-    (void)ctx;
-    (void)rslt;
-    (void)op;
-    (void)inst;
-    probe_last_call = 5;
-    CMReturn(CMPI_RC_ERR_NOT_SUPPORTED);
+  (void)mi;
+  (void)ctx;
+  (void)rslt;
+  (void)op;
+  (void)inst;
+  probe_last_call = 5;
+  CMReturn(CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
 static CMPIStatus ProbeModifyInstance(CMPIInstanceMI* mi, const CMPIContext* ctx,
                                       const CMPIResult* rslt, const CMPIObjectPath* op,
                                       const CMPIInstance* inst, const char** props) {
-    (void)mi;
-    (void)ctx;
-    (void)rslt;
-    (void)op;
-    (void)inst;
-    (void)props;
-    probe_last_call = 6;
-    CMReturn(CMPI_RC_ERR_NOT_SUPPORTED);
+  (void)mi;
+  (void)ctx;
+  (void)rslt;
+  (void)op;
+  (void)inst;
+  (void)props;
+  probe_last_call = 6;
+  CMReturn(CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
 static CMPIStatus ProbeDeleteInstance(CMPIInstanceMI* mi, const CMPIContext* ctx,
                                       const CMPIResult* rslt, const CMPIObjectPath* op) {
-    (void)mi;
-    (void)ctx;
-    (void)rslt;
-    (void)op;
-    probe_last_call = 7;
-    CMReturn(CMPI_RC_ERR_NOT_SUPPORTED);
+  (void)mi;
+  (void)ctx;
+  (void)rslt;
+  (void)op;
+  probe_last_call = 7;
+  CMReturn(CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
-static CMPIStatus ProbeExecQuery(CMPIInstanceMI* mi, const CMPIContext* ctx,
-                                 const CMPIResult* rslt, const CMPIObjectPath* op,
-                                 const char* query, const char* lang) {
-    (void)mi;
-    (void)ctx;
-    (void)rslt;
-    (void)op;
-    (void)query;
-    (void)lang;
-    probe_last_call = 8;
-    CMReturn(CMPI_RC_ERR_NOT_SUPPORTED);
+static CMPIStatus ProbeExecQuery(CMPIInstanceMI* mi, const CMPIContext* ctx, const CMPIResult* rslt,
+                                 const CMPIObjectPath* op, const char* query, const char* lang) {
+  (void)mi;
+  (void)ctx;
+  (void)rslt;
+  (void)op;
+  (void)query;
+  (void)lang;
+  probe_last_call = 8;
+  CMReturn(CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
 CMInstanceMIStub(Probe, CLayoutProbe, probe_broker, CMNoHook)
 
-int cmpi_layout_c_last_call(void) { return probe_last_call; }
+    int cmpi_layout_c_last_call(void) {
+  return probe_last_call;
+}
 
 const CMPIBroker* cmpi_layout_c_broker(void) { return probe_broker; }

@@ -12,8 +12,8 @@ extern "C" {
 
 /* One offset or size as computed by the C compiler. */
 struct cmpi_c_fact {
-    const char* what; /* "CMPIType.member" or "sizeof CMPIType" */
-    size_t value;
+  const char* what; /* "CMPIType.member" or "sizeof CMPIType" */
+  size_t value;
 };
 
 const struct cmpi_c_fact* cmpi_layout_c_facts(size_t* count);

@@ -101,8 +101,10 @@ EXPECT_SIGNATURE(CMPIResultFT, returnError, St (*)(Rslt, const CMPIError*));
 
 // Broker up-calls
 EXPECT_SIGNATURE(CMPIBrokerFT, prepareAttachThread, CMPIContext* (*)(Mb, Ctx));
-EXPECT_SIGNATURE(CMPIBrokerFT, deliverIndication, St (*)(Mb, Ctx, const char*, const CMPIInstance*));
-EXPECT_SIGNATURE(CMPIBrokerFT, enumerateInstanceNames, CMPIEnumeration* (*)(Mb, Ctx, Op, CMPIStatus*));
+EXPECT_SIGNATURE(CMPIBrokerFT, deliverIndication,
+                 St (*)(Mb, Ctx, const char*, const CMPIInstance*));
+EXPECT_SIGNATURE(CMPIBrokerFT, enumerateInstanceNames,
+                 CMPIEnumeration* (*)(Mb, Ctx, Op, CMPIStatus*));
 EXPECT_SIGNATURE(CMPIBrokerFT, getInstance, CMPIInstance* (*)(Mb, Ctx, Op, Props, CMPIStatus*));
 EXPECT_SIGNATURE(CMPIBrokerFT, modifyInstance, St (*)(Mb, Ctx, Op, const CMPIInstance*, Props));
 EXPECT_SIGNATURE(CMPIBrokerFT, associators,
@@ -125,7 +127,8 @@ EXPECT_SIGNATURE(CMPIBrokerEncFT, getMessage,
                  CMPIString* (*)(Mb, const char*, const char*, CMPIStatus*, CMPICount, ...));
 EXPECT_SIGNATURE(CMPIBrokerEncFT, logMessage,
                  St (*)(Mb, int, const char*, const char*, const CMPIString*));
-EXPECT_SIGNATURE(CMPIBrokerEncFT, trace, St (*)(Mb, int, const char*, const char*, const CMPIString*));
+EXPECT_SIGNATURE(CMPIBrokerEncFT, trace,
+                 St (*)(Mb, int, const char*, const char*, const CMPIString*));
 EXPECT_SIGNATURE(CMPIBrokerEncFT, newCMPIError,
                  CMPIError* (*)(Mb, const char*, const char*, const char*, const CMPIErrorSeverity,
                                 const CMPIErrorProbableCause, const CMPIrc, CMPIStatus*));
@@ -146,8 +149,7 @@ EXPECT_SIGNATURE(CMPIArrayFT, getElementAt, CMPIData (*)(const CMPIArray*, CMPIC
 EXPECT_SIGNATURE(CMPIArrayFT, setElementAt,
                  St (*)(CMPIArray*, CMPICount, const CMPIValue*, CMPIType));
 EXPECT_SIGNATURE(CMPIEnumerationFT, getNext, CMPIData (*)(const CMPIEnumeration*, CMPIStatus*));
-EXPECT_SIGNATURE(CMPIDateTimeFT, getBinaryFormat,
-                 CMPIUint64 (*)(const CMPIDateTime*, CMPIStatus*));
+EXPECT_SIGNATURE(CMPIDateTimeFT, getBinaryFormat, CMPIUint64 (*)(const CMPIDateTime*, CMPIStatus*));
 
 }  // namespace
 }  // namespace zeda::test

@@ -25,7 +25,8 @@ struct Slot {
   std::size_t offset;
 };
 
-#define SLOT(T, m) Slot{#m, offsetof(T, m)}
+#define SLOT(T, m) \
+  Slot { #m, offsetof(T, m) }
 
 // firstSlot: byte offset of the first function pointer (after the leading
 // version/name fields).
@@ -71,25 +72,39 @@ TEST(CmpiLayout, BrokerEncFT) {
   using T = CMPIBrokerEncFT;
   EXPECT_EQ(offsetof(T, ftVersion), 0u);
   ExpectSlots("CMPIBrokerEncFT", sizeof(T), 8,
-              {SLOT(T, newInstance), SLOT(T, newObjectPath), SLOT(T, newArgs), SLOT(T, newString),
-               SLOT(T, newArray), SLOT(T, newDateTime), SLOT(T, newDateTimeFromBinary),
-               SLOT(T, newDateTimeFromChars), SLOT(T, newSelectExp), SLOT(T, classPathIsA),
-               SLOT(T, toString), SLOT(T, isOfType), SLOT(T, getType), SLOT(T, getMessage),
-               SLOT(T, logMessage), SLOT(T, trace), SLOT(T, newCMPIError),
-               SLOT(T, openMessageFile), SLOT(T, closeMessageFile), SLOT(T, getMessage2)});
+              {SLOT(T, newInstance),
+               SLOT(T, newObjectPath),
+               SLOT(T, newArgs),
+               SLOT(T, newString),
+               SLOT(T, newArray),
+               SLOT(T, newDateTime),
+               SLOT(T, newDateTimeFromBinary),
+               SLOT(T, newDateTimeFromChars),
+               SLOT(T, newSelectExp),
+               SLOT(T, classPathIsA),
+               SLOT(T, toString),
+               SLOT(T, isOfType),
+               SLOT(T, getType),
+               SLOT(T, getMessage),
+               SLOT(T, logMessage),
+               SLOT(T, trace),
+               SLOT(T, newCMPIError),
+               SLOT(T, openMessageFile),
+               SLOT(T, closeMessageFile),
+               SLOT(T, getMessage2)});
 }
 
 TEST(CmpiLayout, BrokerExtFT) {
   using T = CMPIBrokerExtFT;
   EXPECT_EQ(offsetof(T, ftVersion), 0u);
   ExpectSlots("CMPIBrokerExtFT", sizeof(T), 8,
-              {SLOT(T, resolveFileName), SLOT(T, newThread), SLOT(T, joinThread),
-               SLOT(T, exitThread), SLOT(T, cancelThread), SLOT(T, threadSleep),
-               SLOT(T, threadOnce), SLOT(T, createThreadKey), SLOT(T, destroyThreadKey),
+              {SLOT(T, resolveFileName),   SLOT(T, newThread),         SLOT(T, joinThread),
+               SLOT(T, exitThread),        SLOT(T, cancelThread),      SLOT(T, threadSleep),
+               SLOT(T, threadOnce),        SLOT(T, createThreadKey),   SLOT(T, destroyThreadKey),
                SLOT(T, getThreadSpecific), SLOT(T, setThreadSpecific), SLOT(T, newMutex),
-               SLOT(T, destroyMutex), SLOT(T, lockMutex), SLOT(T, unlockMutex),
-               SLOT(T, newCondition), SLOT(T, destroyCondition), SLOT(T, condWait),
-               SLOT(T, timedCondWait), SLOT(T, signalCondition)});
+               SLOT(T, destroyMutex),      SLOT(T, lockMutex),         SLOT(T, unlockMutex),
+               SLOT(T, newCondition),      SLOT(T, destroyCondition),  SLOT(T, condWait),
+               SLOT(T, timedCondWait),     SLOT(T, signalCondition)});
 }
 
 TEST(CmpiLayout, BrokerMemFT) {
@@ -97,15 +112,13 @@ TEST(CmpiLayout, BrokerMemFT) {
   EXPECT_EQ(offsetof(T, ftVersion), 0u);
   ExpectSlots("CMPIBrokerMemFT", sizeof(T), 8,
               {SLOT(T, mark), SLOT(T, release), SLOT(T, cmpiMalloc), SLOT(T, cmpiCalloc),
-               SLOT(T, cmpiRealloc), SLOT(T, cmpiStrDup), SLOT(T, cmpiFree),
-               SLOT(T, freeInstance), SLOT(T, freeObjectPath), SLOT(T, freeArgs),
-               SLOT(T, freeString), SLOT(T, freeArray), SLOT(T, freeDateTime),
-               SLOT(T, freeSelectExp)});
+               SLOT(T, cmpiRealloc), SLOT(T, cmpiStrDup), SLOT(T, cmpiFree), SLOT(T, freeInstance),
+               SLOT(T, freeObjectPath), SLOT(T, freeArgs), SLOT(T, freeString), SLOT(T, freeArray),
+               SLOT(T, freeDateTime), SLOT(T, freeSelectExp)});
 }
 
 // Every encapsulated object is {hdl, ft} and nothing else.
-#define EXPECT_ENCAPSULATED(T) \
-  ExpectSlots(#T, sizeof(T), 0, {SLOT(T, hdl), SLOT(T, ft)})
+#define EXPECT_ENCAPSULATED(T) ExpectSlots(#T, sizeof(T), 0, {SLOT(T, hdl), SLOT(T, ft)})
 
 TEST(CmpiLayout, EncapsulatedObjectsAreHandleAndTable) {
   EXPECT_ENCAPSULATED(CMPIContext);
@@ -149,17 +162,31 @@ TEST(CmpiLayout, ErrorFT) {
   using T = CMPIErrorFT;
   EXPECT_EQ(offsetof(T, ftVersion), 0u);
   ExpectSlots("CMPIErrorFT", sizeof(T), 8,
-              {SLOT(T, release), SLOT(T, clone), SLOT(T, getErrorType),
-               SLOT(T, getOtherErrorType), SLOT(T, getOwningEntity), SLOT(T, getMessageID),
-               SLOT(T, getMessage), SLOT(T, getPerceivedSeverity), SLOT(T, getProbableCause),
-               SLOT(T, getProbableCauseDescription), SLOT(T, getRecommendedActions),
-               SLOT(T, getErrorSource), SLOT(T, getErrorSourceFormat),
-               SLOT(T, getOtherErrorSourceFormat), SLOT(T, getCIMStatusCode),
-               SLOT(T, getCIMStatusCodeDescription), SLOT(T, getMessageArguments),
-               SLOT(T, setErrorType), SLOT(T, setOtherErrorType),
-               SLOT(T, setProbableCauseDescription), SLOT(T, setRecommendedActions),
-               SLOT(T, setErrorSource), SLOT(T, setErrorSourceFormat),
-               SLOT(T, setOtherErrorSourceFormat), SLOT(T, setCIMStatusCodeDescription),
+              {SLOT(T, release),
+               SLOT(T, clone),
+               SLOT(T, getErrorType),
+               SLOT(T, getOtherErrorType),
+               SLOT(T, getOwningEntity),
+               SLOT(T, getMessageID),
+               SLOT(T, getMessage),
+               SLOT(T, getPerceivedSeverity),
+               SLOT(T, getProbableCause),
+               SLOT(T, getProbableCauseDescription),
+               SLOT(T, getRecommendedActions),
+               SLOT(T, getErrorSource),
+               SLOT(T, getErrorSourceFormat),
+               SLOT(T, getOtherErrorSourceFormat),
+               SLOT(T, getCIMStatusCode),
+               SLOT(T, getCIMStatusCodeDescription),
+               SLOT(T, getMessageArguments),
+               SLOT(T, setErrorType),
+               SLOT(T, setOtherErrorType),
+               SLOT(T, setProbableCauseDescription),
+               SLOT(T, setRecommendedActions),
+               SLOT(T, setErrorSource),
+               SLOT(T, setErrorSourceFormat),
+               SLOT(T, setOtherErrorSourceFormat),
+               SLOT(T, setCIMStatusCodeDescription),
                SLOT(T, setMessageArguments)});
 }
 
@@ -169,21 +196,20 @@ TEST(CmpiLayout, InstanceFT) {
   ExpectSlots("CMPIInstanceFT", sizeof(T), 8,
               {SLOT(T, release), SLOT(T, clone), SLOT(T, getProperty), SLOT(T, getPropertyAt),
                SLOT(T, getPropertyCount), SLOT(T, setProperty), SLOT(T, getObjectPath),
-               SLOT(T, setPropertyFilter), SLOT(T, setObjectPath),
-               SLOT(T, setPropertyWithOrigin)});
+               SLOT(T, setPropertyFilter), SLOT(T, setObjectPath), SLOT(T, setPropertyWithOrigin)});
 }
 
 TEST(CmpiLayout, ObjectPathFT) {
   using T = CMPIObjectPathFT;
   EXPECT_EQ(offsetof(T, ftVersion), 0u);
-  ExpectSlots("CMPIObjectPathFT", sizeof(T), 8,
-              {SLOT(T, release), SLOT(T, clone), SLOT(T, setNameSpace), SLOT(T, getNameSpace),
-               SLOT(T, setHostname), SLOT(T, getHostname), SLOT(T, setClassName),
-               SLOT(T, getClassName), SLOT(T, addKey), SLOT(T, getKey), SLOT(T, getKeyAt),
-               SLOT(T, getKeyCount), SLOT(T, setNameSpaceFromObjectPath),
-               SLOT(T, setHostAndNameSpaceFromObjectPath), SLOT(T, getClassQualifier),
-               SLOT(T, getPropertyQualifier), SLOT(T, getMethodQualifier),
-               SLOT(T, getParameterQualifier), SLOT(T, toString)});
+  ExpectSlots(
+      "CMPIObjectPathFT", sizeof(T), 8,
+      {SLOT(T, release), SLOT(T, clone), SLOT(T, setNameSpace), SLOT(T, getNameSpace),
+       SLOT(T, setHostname), SLOT(T, getHostname), SLOT(T, setClassName), SLOT(T, getClassName),
+       SLOT(T, addKey), SLOT(T, getKey), SLOT(T, getKeyAt), SLOT(T, getKeyCount),
+       SLOT(T, setNameSpaceFromObjectPath), SLOT(T, setHostAndNameSpaceFromObjectPath),
+       SLOT(T, getClassQualifier), SLOT(T, getPropertyQualifier), SLOT(T, getMethodQualifier),
+       SLOT(T, getParameterQualifier), SLOT(T, toString)});
 }
 
 TEST(CmpiLayout, SelectExpFT) {
@@ -197,10 +223,10 @@ TEST(CmpiLayout, SelectCondSubCondPredicateFT) {
   ExpectSlots("CMPISelectCondFT", sizeof(CMPISelectCondFT), 8,
               {SLOT(CMPISelectCondFT, release), SLOT(CMPISelectCondFT, clone),
                SLOT(CMPISelectCondFT, getCountAndType), SLOT(CMPISelectCondFT, getSubCondAt)});
-  ExpectSlots("CMPISubCondFT", sizeof(CMPISubCondFT), 8,
-              {SLOT(CMPISubCondFT, release), SLOT(CMPISubCondFT, clone),
-               SLOT(CMPISubCondFT, getCount), SLOT(CMPISubCondFT, getPredicateAt),
-               SLOT(CMPISubCondFT, getPredicate)});
+  ExpectSlots(
+      "CMPISubCondFT", sizeof(CMPISubCondFT), 8,
+      {SLOT(CMPISubCondFT, release), SLOT(CMPISubCondFT, clone), SLOT(CMPISubCondFT, getCount),
+       SLOT(CMPISubCondFT, getPredicateAt), SLOT(CMPISubCondFT, getPredicate)});
   ExpectSlots("CMPIPredicateFT", sizeof(CMPIPredicateFT), 8,
               {SLOT(CMPIPredicateFT, release), SLOT(CMPIPredicateFT, clone),
                SLOT(CMPIPredicateFT, getData), SLOT(CMPIPredicateFT, evaluateUsingAccessor)});
@@ -228,22 +254,22 @@ TEST(CmpiLayout, ArrayFT) {
 
 TEST(CmpiLayout, EnumerationFT) {
   using T = CMPIEnumerationFT;
-  ExpectSlots("CMPIEnumerationFT", sizeof(T), 8,
-              {SLOT(T, release), SLOT(T, clone), SLOT(T, getNext), SLOT(T, hasNext),
-               SLOT(T, toArray)});
+  ExpectSlots(
+      "CMPIEnumerationFT", sizeof(T), 8,
+      {SLOT(T, release), SLOT(T, clone), SLOT(T, getNext), SLOT(T, hasNext), SLOT(T, toArray)});
 }
 
 TEST(CmpiLayout, DateTimeFT) {
   using T = CMPIDateTimeFT;
   ExpectSlots("CMPIDateTimeFT", sizeof(T), 8,
-              {SLOT(T, release), SLOT(T, clone), SLOT(T, getBinaryFormat),
-               SLOT(T, getStringFormat), SLOT(T, isInterval)});
+              {SLOT(T, release), SLOT(T, clone), SLOT(T, getBinaryFormat), SLOT(T, getStringFormat),
+               SLOT(T, isInterval)});
 }
 
 // MI tables: ftVersion (int) at 0, miVersion (int) at 4, miName at 8.
-#define EXPECT_MI_HEADER(T)                 \
-  EXPECT_EQ(offsetof(T, ftVersion), 0u);    \
-  EXPECT_EQ(offsetof(T, miVersion), 4u);    \
+#define EXPECT_MI_HEADER(T)              \
+  EXPECT_EQ(offsetof(T, ftVersion), 0u); \
+  EXPECT_EQ(offsetof(T, miVersion), 4u); \
   EXPECT_EQ(offsetof(T, miName), 8u)
 
 TEST(CmpiLayout, InstanceMIFT) {
@@ -280,10 +306,10 @@ TEST(CmpiLayout, PropertyMIFT) {
 TEST(CmpiLayout, IndicationMIFT) {
   using T = CMPIIndicationMIFT;
   EXPECT_MI_HEADER(T);
-  ExpectSlots("CMPIIndicationMIFT", sizeof(T), 16,
-              {SLOT(T, cleanup), SLOT(T, authorizeFilter), SLOT(T, mustPoll),
-               SLOT(T, activateFilter), SLOT(T, deActivateFilter), SLOT(T, enableIndications),
-               SLOT(T, disableIndications)});
+  ExpectSlots(
+      "CMPIIndicationMIFT", sizeof(T), 16,
+      {SLOT(T, cleanup), SLOT(T, authorizeFilter), SLOT(T, mustPoll), SLOT(T, activateFilter),
+       SLOT(T, deActivateFilter), SLOT(T, enableIndications), SLOT(T, disableIndications)});
 }
 
 }  // namespace

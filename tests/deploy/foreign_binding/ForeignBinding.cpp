@@ -27,7 +27,9 @@ CmpiData CmpiObjectPath::getKey(const char*) const { Foreign("CmpiObjectPath::ge
 void CmpiObjectPath::setKey(const char*, const CmpiData&) { Foreign("CmpiObjectPath::setKey"); }
 const char* CmpiString::charPtr() const { Foreign("CmpiString::charPtr"); }
 CmpiInstance::CmpiInstance(const CmpiObjectPath&) { Foreign("CmpiInstance(path)"); }
-void CmpiInstance::setProperty(const char*, const CmpiData&) { Foreign("CmpiInstance::setProperty"); }
+void CmpiInstance::setProperty(const char*, const CmpiData&) {
+  Foreign("CmpiInstance::setProperty");
+}
 void CmpiResult::returnData(const CmpiInstance&) { Foreign("CmpiResult::returnData"); }
 void CmpiResult::returnDone() { Foreign("CmpiResult::returnDone"); }
 CmpiStatus CmpiIndicationMI::activateFilter(const CmpiContext&, const CmpiSelectExp&, const char*,

@@ -29,7 +29,8 @@ class ZEDA_HostThrow : public CmpiInstanceMI, public CmpiAssociationMI {
     return CmpiStatus(CMPI_RC_OK);
   }
 
-  CmpiStatus getInstance(const CmpiContext&, CmpiResult&, const CmpiObjectPath&, const char**) override {
+  CmpiStatus getInstance(const CmpiContext&, CmpiResult&, const CmpiObjectPath&,
+                         const char**) override {
     throw std::runtime_error("getInstance failed");
   }
 
@@ -37,18 +38,19 @@ class ZEDA_HostThrow : public CmpiInstanceMI, public CmpiAssociationMI {
     throw CmpiStatus(CMPI_RC_ERR_NOT_FOUND, "thrown status");
   }
 
-  CmpiStatus execQuery(const CmpiContext&, CmpiResult&, const CmpiObjectPath&, const char*, const char*) override {
+  CmpiStatus execQuery(const CmpiContext&, CmpiResult&, const CmpiObjectPath&, const char*,
+                       const char*) override {
     throw 42;
   }
 
-  CmpiStatus associators(const CmpiContext&, CmpiResult&, const CmpiObjectPath&, const char*, const char*,
-                         const char*, const char*, const char**) override {
+  CmpiStatus associators(const CmpiContext&, CmpiResult&, const CmpiObjectPath&, const char*,
+                         const char*, const char*, const char*, const char**) override {
     throw std::bad_alloc();
   }
 
   // An up-call the broker refuses: the binding throws its status.
-  CmpiStatus references(const CmpiContext& ctx, CmpiResult&, const CmpiObjectPath& cop, const char*, const char*,
-                        const char**) override {
+  CmpiStatus references(const CmpiContext& ctx, CmpiResult&, const CmpiObjectPath& cop, const char*,
+                        const char*, const char**) override {
     CmpiObjectPath nobody(cop.getNameSpace(), "ZEDA_Nobody");
     getBroker().enumInstances(ctx, nobody, nullptr);
     return CmpiStatus(CMPI_RC_OK);
@@ -78,9 +80,8 @@ void* provider(const CMPIBroker* broker, const CMPIContext* ctx) {
 
 }  // namespace
 
-extern "C" CMPI_EXPORT CMPIInstanceMI* ZEDA_HostThrowProvider_Create_InstanceMI(const CMPIBroker* broker,
-                                                                               const CMPIContext* ctx,
-                                                                               CMPIStatus* rc) {
+extern "C" CMPI_EXPORT CMPIInstanceMI* ZEDA_HostThrowProvider_Create_InstanceMI(
+    const CMPIBroker* broker, const CMPIContext* ctx, CMPIStatus* rc) {
   g_instanceFT = CMPIInstanceMIFT{CMPIVersion200,
                                   CMPIVersion200,
                                   "instanceZEDA_HostThrowProvider",
@@ -97,9 +98,8 @@ extern "C" CMPI_EXPORT CMPIInstanceMI* ZEDA_HostThrowProvider_Create_InstanceMI(
   return &g_instanceMI;
 }
 
-extern "C" CMPI_EXPORT CMPIAssociationMI* ZEDA_HostThrowProvider_Create_AssociationMI(const CMPIBroker* broker,
-                                                                                     const CMPIContext* ctx,
-                                                                                     CMPIStatus* rc) {
+extern "C" CMPI_EXPORT CMPIAssociationMI* ZEDA_HostThrowProvider_Create_AssociationMI(
+    const CMPIBroker* broker, const CMPIContext* ctx, CMPIStatus* rc) {
   g_associationFT = CMPIAssociationMIFT{CMPIVersion200,
                                         CMPIVersion200,
                                         "associationZEDA_HostThrowProvider",

@@ -6,7 +6,7 @@
 #include <stdio.h>
 
 __attribute__((constructor)) static void say_something(void) {
-    fputs("noise from a library on standard error\n", stderr);
+  fputs("noise from a library on standard error\n", stderr);
 }
 
 int zeda_empty_module_answer(void) { return 42; }

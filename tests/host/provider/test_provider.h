@@ -14,9 +14,9 @@
 
 /* Collects the outcome of self-checks. */
 typedef struct {
-    char failures[8192];
-    unsigned int checks;
-    unsigned int failed;
+  char failures[8192];
+  unsigned int checks;
+  unsigned int failed;
 } Report;
 
 void report_check(Report* r, int ok, const char* what, int line);

@@ -27,9 +27,7 @@ constexpr const char* kInventory = R"({"nas": [{"name": "n1",
 
 class SfcbBroker : public ::testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    setenv("PELKA_PROGRAM_DATA", ProgramDataDir().c_str(), 1);
-  }
+  static void SetUpTestSuite() { setenv("PELKA_PROGRAM_DATA", ProgramDataDir().c_str(), 1); }
 
   ScopedInventory inventory_{kInventory};
   Host host_{ModulePath(), BrokerSettings::sfcbLike()};
@@ -69,17 +67,18 @@ TEST_F(SfcbBroker, EveryInstanceClassEnumerates) {
 TEST_F(SfcbBroker, FailureMessagesAreMadeThroughTheBroker) {
   const auto outcome = host_.getInstance(
       "ZEDA_StorageExtent_DiskProvider",
-      Path(R"(ZEDA_StorageExtent_Disk.SystemName="ZEDA:ghost",DeviceID="ZEDA:ghost:DiskExtent0:1")"));
+      Path(
+          R"(ZEDA_StorageExtent_Disk.SystemName="ZEDA:ghost",DeviceID="ZEDA:ghost:DiskExtent0:1")"));
   EXPECT_EQ(outcome.status.code, 200);
   EXPECT_EQ(outcome.status.message, std::string("NAS not found: ghost"));
 }
 
 TEST_F(SfcbBroker, NullAssociationClassIsRefusedByTheDispatch) {
   // A client naming no association class reaches the provider with null.
-  const auto outcome = host_.associators(
-      "ZEDA_Realizes_DiskProvider",
-      Path(R"(ZEDA_DiskDrive.SystemName="ZEDA:n1",DeviceID="ZEDA:n1:DISK0:1")"), std::nullopt,
-      std::nullopt, std::nullopt, std::nullopt);
+  const auto outcome =
+      host_.associators("ZEDA_Realizes_DiskProvider",
+                        Path(R"(ZEDA_DiskDrive.SystemName="ZEDA:n1",DeviceID="ZEDA:n1:DISK0:1")"),
+                        std::nullopt, std::nullopt, std::nullopt, std::nullopt);
   EXPECT_EQ(outcome.status.code, 4);
   EXPECT_EQ(outcome.status.message,
             std::string("Wrong association class name: ; Expected: ZEDA_Realizes_Disk"));

@@ -23,8 +23,8 @@ Instance PlaceholderSoftware(const std::string& ns = kNamespace) {
 }
 
 TEST_F(ElementSoftwareIdentityTest, EnumerationPairsIdentityAndDriveOfEveryDisk) {
-  ScopedInventory inventory(
-      InventoryJson({NasJson("nas1", {DiskJson("5"), DiskJson("0:3")}), NasJson("empty"), NasJson("nas2", {DiskJson("1")})}));
+  ScopedInventory inventory(InventoryJson({NasJson("nas1", {DiskJson("5"), DiskJson("0:3")}),
+                                           NasJson("empty"), NasJson("nas2", {DiskJson("1")})}));
   ExpectInstances(host.enumerateInstances(provider, ClassPath(kClass)),
                   {Association(kClass, "Antecedent", SoftwarePath("ZEDA:nas1:Software(DISK5)"),
                                "Dependent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK5")),
@@ -81,17 +81,18 @@ TEST_F(ElementSoftwareIdentityTest, AssociatorsFromADriveAnswersThePlaceholderId
 
 TEST_F(ElementSoftwareIdentityTest, AssociatorsFromAnIdentityAnswersAPlaceholderDrive) {
   const Outcome outcome =
-      host.associators(provider, SoftwarePath("ZEDA:nas1:Software(DISK5)", kOtherNamespace), "Bogus",
-                       "CIM_SoftwareIdentity", std::nullopt, std::nullopt);
+      host.associators(provider, SoftwarePath("ZEDA:nas1:Software(DISK5)", kOtherNamespace),
+                       "Bogus", "CIM_SoftwareIdentity", std::nullopt, std::nullopt);
   ExpectInstances(outcome, {PlaceholderDrive("ZEDA_DiskDrive", "Name", kOtherNamespace)});
   EXPECT_EQ(outcome.instances().at(0).property("Name").str(), "Name");
 }
 
 TEST_F(ElementSoftwareIdentityTest, ForeignSourceClassIsUnknownClassName) {
-  const ObjectPath parent = ObjectPath(kNamespace, "CIM_SoftwareIdentity").addKey("InstanceID", "x");
+  const ObjectPath parent =
+      ObjectPath(kNamespace, "CIM_SoftwareIdentity").addKey("InstanceID", "x");
   ExpectFailure(
-      host.associators(provider, parent, kClass, std::nullopt, std::nullopt, std::nullopt), CMPI_RC_ERROR,
-      "Unknown class name: CIM_SoftwareIdentity");
+      host.associators(provider, parent, kClass, std::nullopt, std::nullopt, std::nullopt),
+      CMPI_RC_ERROR, "Unknown class name: CIM_SoftwareIdentity");
   ExpectFailure(host.references(provider, parent, std::nullopt, std::nullopt), CMPI_RC_ERROR,
                 "Unknown class name: CIM_SoftwareIdentity");
   EXPECT_TRUE(HasErrorLogLine(

@@ -46,8 +46,8 @@ nlohmann::json With(nlohmann::json disk, const std::string& member, nlohmann::js
 }
 
 TEST_F(MediaPresentTest, EnumeratesDriveThenExtentOfEveryDisk) {
-  ScopedInventory inventory(
-      InventoryJson({NasJson("nas1", {DiskJson("0:3"), DiskJson("7")}), NasJson("empty"), NasJson("nas2", {DiskJson("a1")})}));
+  ScopedInventory inventory(InventoryJson({NasJson("nas1", {DiskJson("0:3"), DiskJson("7")}),
+                                           NasJson("empty"), NasJson("nas2", {DiskJson("a1")})}));
   ExpectInstances(host.enumerateInstances(provider, ClassPath(kClass)),
                   {Association(kClass, "Antecedent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK0:3"),
                                "Dependent", ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:3")),
@@ -69,7 +69,8 @@ TEST_F(MediaPresentTest, EmptyNasListAnswersNothingButDone) {
 }
 
 TEST_F(MediaPresentTest, ExtentSourceAnswersItsDrive) {
-  ScopedInventory inventory(InventoryJson({NasJson("nas1", {DiskJson("2"), DiskJson("3"), DiskJson("4")})}));
+  ScopedInventory inventory(
+      InventoryJson({NasJson("nas1", {DiskJson("2"), DiskJson("3"), DiskJson("4")})}));
   ExpectInstances(FromExtent(ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent3")),
                   {Drive("ZEDA:nas1", "3", 5, 2, 4, 2, 7200)});
   // One lookup by Nas::Get, one disk list, one health query by the health key.
@@ -87,9 +88,9 @@ TEST_F(MediaPresentTest, ExtentSourceAsksHealthWithoutTheFirstColon) {
 }
 
 TEST_F(MediaPresentTest, DriveSourceAnswersItsExtentThroughTheUtilityLookup) {
-  ScopedInventory inventory(InventoryJson(
-      {NasJson("nas1", {DiskJson("0:2"), With(With(DiskJson("0:3"), "isFree", true), "capacity", 1000000),
-                    DiskJson("0:4")})}));
+  ScopedInventory inventory(InventoryJson({NasJson(
+      "nas1", {DiskJson("0:2"), With(With(DiskJson("0:3"), "isFree", true), "capacity", 1000000),
+               DiskJson("0:4")})}));
   ExpectInstances(FromDrive(DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK0:3")),
                   {Extent("ZEDA:nas1", "0:3", 13, 1953, 5, 2)});
   // The identifier goes to the health query as it stands, colon kept.
@@ -117,9 +118,9 @@ TEST_F(MediaPresentTest, IdentifierMatchingIgnoresCase) {
 }
 
 TEST_F(MediaPresentTest, EveryMatchingRecordAnswersAndTheWholeListIsWalked) {
-  ScopedInventory inventory(
-      InventoryJson({NasJson("nas1", {With(DiskJson("x1"), "rpm", 5400), DiskJson("y"),
-                              With(With(DiskJson("X1"), "rpm", 15000), "capacity", 2048)})}));
+  ScopedInventory inventory(InventoryJson(
+      {NasJson("nas1", {With(DiskJson("x1"), "rpm", 5400), DiskJson("y"),
+                        With(With(DiskJson("X1"), "rpm", 15000), "capacity", 2048)})}));
   ExpectInstances(
       FromExtent(ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtentx1")),
       {Drive("ZEDA:nas1", "x1", 5, 2, 4, 2, 5400), Drive("ZEDA:nas1", "x1", 5, 2, 4, 2, 15000)});
@@ -136,10 +137,11 @@ TEST_F(MediaPresentTest, EveryMatchingRecordAnswersAndTheWholeListIsWalked) {
 
 TEST_F(MediaPresentTest, InterconnectTypeNeedsTheExactInterfaceName) {
   ScopedInventory inventory(InventoryJson({NasJson(
-      "nas1", {With(DiskJson("1"), "interfaceType", "SATA"), With(DiskJson("2"), "interfaceType", "SAS"),
-               With(DiskJson("3"), "interfaceType", "sata"), With(DiskJson("4"), "interfaceType", "NL-SAS"),
-               With(DiskJson("5"), "interfaceType", "SATA-3"), With(DiskJson("6"), "interfaceType", ""),
-               With(DiskJson("7"), "interfaceType", "sas")})}));
+      "nas1",
+      {With(DiskJson("1"), "interfaceType", "SATA"), With(DiskJson("2"), "interfaceType", "SAS"),
+       With(DiskJson("3"), "interfaceType", "sata"), With(DiskJson("4"), "interfaceType", "NL-SAS"),
+       With(DiskJson("5"), "interfaceType", "SATA-3"), With(DiskJson("6"), "interfaceType", ""),
+       With(DiskJson("7"), "interfaceType", "sas")})}));
   const std::vector<std::pair<std::string, std::uint16_t>> expected = {
       {"1", 4}, {"2", 5}, {"3", 1}, {"4", 1}, {"5", 1}, {"6", 1}, {"7", 1}};
   for (const auto& [id, interconnect] : expected) {
@@ -151,15 +153,16 @@ TEST_F(MediaPresentTest, InterconnectTypeNeedsTheExactInterfaceName) {
 }
 
 TEST_F(MediaPresentTest, SolidStateDiskAndRpmComeFromTheRecord) {
-  ScopedInventory inventory(InventoryJson({NasJson(
-      "nas1", {With(With(With(DiskJson("9"), "isSsd", true), "rpm", 0), "interfaceType", "SAS")})}));
+  ScopedInventory inventory(
+      InventoryJson({NasJson("nas1", {With(With(With(DiskJson("9"), "isSsd", true), "rpm", 0),
+                                           "interfaceType", "SAS")})}));
   ExpectInstances(FromExtent(ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent9")),
                   {Drive("ZEDA:nas1", "9", 5, 2, 5, 3, 0)});
 }
 
 TEST_F(MediaPresentTest, NonZeroHealthStatusGivesUnknownHealthInBothDirections) {
-  ScopedInventory inventory(InventoryJson(
-      {NasJson("nas1", {With(With(DiskJson("0:3"), "health", {{"status", 2}}), "status", "degraded")})}));
+  ScopedInventory inventory(InventoryJson({NasJson(
+      "nas1", {With(With(DiskJson("0:3"), "health", {{"status", 2}}), "status", "degraded")})}));
   ExpectInstances(FromExtent(ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:3")),
                   {Drive("ZEDA:nas1", "0:3", 0, 0, 4, 2, 7200)});
   ExpectInstances(FromDrive(DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK0:3")),
@@ -266,7 +269,8 @@ TEST_F(MediaPresentTest, ReferencesFromAnExtentNamesThePlaceholderDrive) {
 }
 
 TEST_F(MediaPresentTest, GetInstanceIsNotSupported) {
-  EXPECT_EQ(host.getInstance(provider, DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK3")).code(), CMPI_RC_ERR_NOT_SUPPORTED);
+  EXPECT_EQ(host.getInstance(provider, DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK3")).code(),
+            CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
 }  // namespace

@@ -38,8 +38,9 @@ Instance Package(const std::string& tag, const std::string& manufacturer, const 
 }
 
 TEST_F(RealizesDiskTest, EnumeratesPackageThenDriveOfEveryDisk) {
-  ScopedInventory inventory(InventoryJson(
-      {NasJson("empty"), NasJson("nas1", {DiskJson("0:3"), DiskJson("7")}), NasJson("nas2", {DiskJson("0:10")})}));
+  ScopedInventory inventory(
+      InventoryJson({NasJson("empty"), NasJson("nas1", {DiskJson("0:3"), DiskJson("7")}),
+                     NasJson("nas2", {DiskJson("0:10")})}));
   ExpectInstances(host.enumerateInstances(provider, ClassPath(kClass)),
                   {Association(kClass, "Antecedent",
                                PackagePath("ZEDA_PhysicalPackage_Disk", "ZEDA:nas1:DISK0:3"),
@@ -64,8 +65,8 @@ TEST_F(RealizesDiskTest, EmptyNasListAnswersNothingButDone) {
 }
 
 TEST_F(RealizesDiskTest, DriveSourceAnswersItsPackage) {
-  ScopedInventory inventory(
-      InventoryJson({NasJson("nas1", {DiskJson("6"), WithIdentity("7", "ACME X100", "X100", "SN7")})}));
+  ScopedInventory inventory(InventoryJson(
+      {NasJson("nas1", {DiskJson("6"), WithIdentity("7", "ACME X100", "X100", "SN7")})}));
   const Outcome outcome = From(DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK7"));
   ExpectInstances(outcome, {Package("ZEDA:nas1:DISK7", "ACME", "X100", "SN7")});
   // The NAS by Nas::Get, then the identity by the identifier as it stands;
@@ -76,7 +77,8 @@ TEST_F(RealizesDiskTest, DriveSourceAnswersItsPackage) {
 }
 
 TEST_F(RealizesDiskTest, TagIsTheSourceDeviceIdExactly) {
-  ScopedInventory inventory(InventoryJson({NasJson("nas1", {WithIdentity("0:3", "P M", "M", "S")})}));
+  ScopedInventory inventory(
+      InventoryJson({NasJson("nas1", {WithIdentity("0:3", "P M", "M", "S")})}));
   const Outcome outcome = From(DrivePath("nas1", "some:odd:prefixDISK0:3"));
   ExpectInstances(outcome, {Package("some:odd:prefixDISK0:3", "P", "M", "S")});
   EXPECT_EQ(trace.calls("GetDiskIdentity"),
@@ -84,7 +86,8 @@ TEST_F(RealizesDiskTest, TagIsTheSourceDeviceIdExactly) {
 }
 
 TEST_F(RealizesDiskTest, DeviceIdWithoutDiskLosesItsFirstThreeCharacters) {
-  ScopedInventory inventory(InventoryJson({NasJson("nas1", {WithIdentity("def", "V D", "D", "S")})}));
+  ScopedInventory inventory(
+      InventoryJson({NasJson("nas1", {WithIdentity("def", "V D", "D", "S")})}));
   ExpectInstances(From(DrivePath("ZEDA:nas1", "abcdef")), {Package("abcdef", "V", "D", "S")});
   EXPECT_EQ(trace.calls("GetDiskIdentity"),
             (std::vector<TraceCall>{Call("nas1", "GetDiskIdentity", "def")}));
@@ -104,7 +107,8 @@ TEST_F(RealizesDiskTest, DriveSourceAnswersInItsOwnNamespace) {
       InventoryJson({NasJson("nas1", {WithIdentity("7", "ACME X100", "X100", "SN7")})}));
   const Outcome outcome = From(DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK7", kOtherNamespace));
   ASSERT_EQ(outcome.results.size(), 1u);
-  EXPECT_EQ(outcome.instances()[0].path(), ObjectPath(kOtherNamespace, "ZEDA_PhysicalPackage_Disk"));
+  EXPECT_EQ(outcome.instances()[0].path(),
+            ObjectPath(kOtherNamespace, "ZEDA_PhysicalPackage_Disk"));
 }
 
 TEST_F(RealizesDiskTest, DriveSourceWithoutSystemNameFailsAsTheKeyReaderFails) {
@@ -155,7 +159,8 @@ TEST_F(RealizesDiskTest, PackageSourceOfAnyContentAnswersThePlaceholderDrive) {
 TEST_F(RealizesDiskTest, DispatchRefusesAnAbsentAssociationClass) {
   const Outcome outcome = host.associators(provider, DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK7"),
                                            std::nullopt, std::nullopt, std::nullopt, std::nullopt);
-  ExpectFailure(outcome, CMPI_RC_ERR_INVALID_PARAMETER, "Wrong association class name: ; Expected: ZEDA_Realizes_Disk");
+  ExpectFailure(outcome, CMPI_RC_ERR_INVALID_PARAMETER,
+                "Wrong association class name: ; Expected: ZEDA_Realizes_Disk");
   EXPECT_TRUE(HasErrorLogLine(
       kAssociatorsLine,
       "ZEDA_Realizes_Disk: Wrong association class name: ; Expected: ZEDA_Realizes_Disk (RC=4)"));
@@ -172,7 +177,8 @@ TEST_F(RealizesDiskTest, DispatchRefusesADifferentlyCasedAssociationClass) {
 TEST_F(RealizesDiskTest, DispatchRefusesASubclassSource) {
   const ObjectPath subclass = DevicePath("ZEDA_DiskDrive_Special", "ZEDA_ComputerSystem",
                                          "ZEDA:nas1", "ZEDA_DiskDrive", "ZEDA:nas1:DISK7");
-  ExpectFailure(From(subclass), CMPI_RC_ERR_INVALID_PARAMETER, "Unknown class name: ZEDA_DiskDrive_Special");
+  ExpectFailure(From(subclass), CMPI_RC_ERR_INVALID_PARAMETER,
+                "Unknown class name: ZEDA_DiskDrive_Special");
   EXPECT_TRUE(HasErrorLogLine(
       kAssociatorsLine, "ZEDA_Realizes_Disk: Unknown class name: ZEDA_DiskDrive_Special (RC=4)"));
   ExpectFailure(From(ObjectPath(kNamespace, "CIM_PhysicalPackage")), 4,
@@ -199,9 +205,9 @@ TEST_F(RealizesDiskTest, ReferencesFromAPackageNamesThePlaceholderDrive) {
 }
 
 TEST_F(RealizesDiskTest, ReferencesFromAForeignClassIsUnknownClassName) {
-  ExpectFailure(
-      host.references(provider, ObjectPath(kNamespace, "CIM_PhysicalPackage"), std::nullopt, std::nullopt),
-      200, "Unknown class name: CIM_PhysicalPackage");
+  ExpectFailure(host.references(provider, ObjectPath(kNamespace, "CIM_PhysicalPackage"),
+                                std::nullopt, std::nullopt),
+                200, "Unknown class name: CIM_PhysicalPackage");
   EXPECT_TRUE(HasErrorLogLine(kReferencesLine,
                               "ZEDA_Realizes_Disk: Unknown class name: CIM_PhysicalPackage"));
 }

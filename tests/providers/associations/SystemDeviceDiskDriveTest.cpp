@@ -29,7 +29,8 @@ TEST_F(SystemDeviceDiskDriveTest, EmptyNasListAnswersNothingButDone) {
 
 TEST_F(SystemDeviceDiskDriveTest, EnumeratesEveryDiskOfEveryNasSkippingNasWithoutDisks) {
   ScopedInventory inventory(
-      InventoryJson({NasJson("nasA"), NasJson("nasB", {DiskJson("0:1"), DiskJson("0:10")}), NasJson("nasC", {DiskJson("7")})}));
+      InventoryJson({NasJson("nasA"), NasJson("nasB", {DiskJson("0:1"), DiskJson("0:10")}),
+                     NasJson("nasC", {DiskJson("7")})}));
   ExpectInstances(
       host.enumerateInstances(provider, ClassPath(kClass)),
       {Expected("ZEDA:nasB", "ZEDA:nasB:DISK0:1"), Expected("ZEDA:nasB", "ZEDA:nasB:DISK0:10"),
@@ -44,10 +45,10 @@ TEST_F(SystemDeviceDiskDriveTest, EnumeratesEveryDiskOfEveryNasSkippingNasWithou
 TEST_F(SystemDeviceDiskDriveTest, EnumerationCarriesTheRequestNamespace) {
   ScopedInventory inventory(InventoryJson({NasJson("nas1", {DiskJson("3")})}));
   const Outcome outcome = host.enumerateInstances(provider, ClassPath(kClass, kOtherNamespace));
-  ExpectInstances(
-      outcome,
-      {Association(kClass, "GroupComponent", SystemPath("ZEDA:nas1", kOtherNamespace), "PartComponent",
-                   DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK3", kOtherNamespace), kOtherNamespace)});
+  ExpectInstances(outcome, {Association(kClass, "GroupComponent",
+                                        SystemPath("ZEDA:nas1", kOtherNamespace), "PartComponent",
+                                        DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK3", kOtherNamespace),
+                                        kOtherNamespace)});
 }
 
 TEST_F(SystemDeviceDiskDriveTest, AssociatorsFromDriveToComputerSystemAnswersNoObjectButDone) {
@@ -160,7 +161,8 @@ TEST_F(SystemDeviceDiskDriveTest, OperationsItDoesNotServeAnswerNotSupported) {
                                  std::nullopt)
                 .code(),
             7);
-  EXPECT_EQ(host.referenceNames(provider, drive, std::nullopt, std::nullopt).code(), CMPI_RC_ERR_NOT_SUPPORTED);
+  EXPECT_EQ(host.referenceNames(provider, drive, std::nullopt, std::nullopt).code(),
+            CMPI_RC_ERR_NOT_SUPPORTED);
 }
 
 }  // namespace

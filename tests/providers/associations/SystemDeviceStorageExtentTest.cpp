@@ -48,8 +48,8 @@ TEST_F(SystemDeviceStorageExtentTest, EmptyNasListAnswersNothingButDone) {
 }
 
 TEST_F(SystemDeviceStorageExtentTest, NasWithoutDisksYieldsNoInstance) {
-  ScopedInventory inventory(InventoryJson(
-      {NasJson("nasA", {DiskJson("0:3")}), NasJson("empty"), NasJson("nasB", {DiskJson("a1"), DiskJson("0:10")})}));
+  ScopedInventory inventory(InventoryJson({NasJson("nasA", {DiskJson("0:3")}), NasJson("empty"),
+                                           NasJson("nasB", {DiskJson("a1"), DiskJson("0:10")})}));
   ExpectInstances(host.enumerateInstances(provider, ClassPath(kClass)),
                   {Expected("ZEDA:nasA", "ZEDA:nasA:DiskExtent0:3"),
                    Expected("ZEDA:nasB", "ZEDA:nasB:DiskExtenta1"),

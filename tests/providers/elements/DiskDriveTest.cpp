@@ -41,13 +41,21 @@ std::uint64_t InterconnectTypeOf(const std::string& interfaceType) {
   return EnumerateOne(disk).property("InterconnectType").u();
 }
 
-const std::vector<std::string> kPropertyNames = {
-    "SystemCreationClassName", "SystemName", "CreationClassName", "DeviceID",
-    "Name", "EnabledState", "HealthState", "OperationalStatus",
-    "InterconnectType", "DiskType", "RPM", "Description"};
-const std::vector<std::string> kPropertyTypes = {
-    "string", "string", "string", "string", "string", "uint16",
-    "uint16", "uint16[]", "uint16", "uint16", "uint32", "string"};
+const std::vector<std::string> kPropertyNames = {"SystemCreationClassName",
+                                                 "SystemName",
+                                                 "CreationClassName",
+                                                 "DeviceID",
+                                                 "Name",
+                                                 "EnabledState",
+                                                 "HealthState",
+                                                 "OperationalStatus",
+                                                 "InterconnectType",
+                                                 "DiskType",
+                                                 "RPM",
+                                                 "Description"};
+const std::vector<std::string> kPropertyTypes = {"string", "string", "string", "string",
+                                                 "string", "uint16", "uint16", "uint16[]",
+                                                 "uint16", "uint16", "uint32", "string"};
 
 TEST(DiskDriveEnumerate, EveryPropertyInOrderWithItsTypeAndValue) {
   nlohmann::json disk = DiskJson("0:3");
@@ -114,7 +122,8 @@ TEST(DiskDriveEnumerate, NonzeroHealthStatusGivesHealthState0AndNoError) {
 TEST(DiskDriveEnumerate, OperationalStatusComesFromTheDiskStateNotFromHealth) {
   nlohmann::json degraded = DiskJson("0:1");
   degraded["status"] = "degraded";  // healthy by the health query
-  EXPECT_EQ(EnumerateOne(degraded).property("OperationalStatus"), Value::uint16s({kOperationalStatusDegraded}));
+  EXPECT_EQ(EnumerateOne(degraded).property("OperationalStatus"),
+            Value::uint16s({kOperationalStatusDegraded}));
 
   nlohmann::json unhealthy = DiskJson("0:2");
   unhealthy["health"]["status"] = 1;  // state still ok
@@ -124,15 +133,16 @@ TEST(DiskDriveEnumerate, OperationalStatusComesFromTheDiskStateNotFromHealth) {
 
   nlohmann::json stopped = DiskJson("0:3");
   stopped["status"] = "stopped";
-  EXPECT_EQ(EnumerateOne(stopped).property("OperationalStatus"), Value::uint16s({kOperationalStatusStopped}));
+  EXPECT_EQ(EnumerateOne(stopped).property("OperationalStatus"),
+            Value::uint16s({kOperationalStatusStopped}));
 }
 
 TEST(DiskDriveEnumerate, EveryDiskOfEveryNasInOrderWithOneHealthQueryEach) {
   nlohmann::json failing = DiskJson("0:2");
   failing["status"] = "error";
-  const ScopedInventory inventory(InventoryJson(
-      {NasJson("nas1", {DiskJson("0:1"), failing}), NasJson("empty", {}),
-       NasJson("nas2", {DiskJson("7")})}));
+  const ScopedInventory inventory(
+      InventoryJson({NasJson("nas1", {DiskJson("0:1"), failing}), NasJson("empty", {}),
+                     NasJson("nas2", {DiskJson("7")})}));
   const ScopedTrace trace;
 
   const Outcome outcome = Enumerate();
@@ -225,8 +235,9 @@ TEST(DiskDriveOperations, ThePropertyListOfTheRequestIsNotApplied) {
   EXPECT_EQ(PropertyNames(all.instances().front()), kPropertyNames);
 
   // Any namespace: the placeholder carries the request's, with all twelve properties.
-  const Outcome one = ModuleHost().getInstance(
-      Provider(kClass), zeda::host::ObjectPath(kOtherNamespace, kClass), std::vector<std::string>{});
+  const Outcome one =
+      ModuleHost().getInstance(Provider(kClass), zeda::host::ObjectPath(kOtherNamespace, kClass),
+                               std::vector<std::string>{});
   ASSERT_EQ(one.code(), CMPI_RC_OK);
   ASSERT_EQ(one.instances().size(), 1u);
   EXPECT_EQ(one.instances().front().path(), zeda::host::ObjectPath(kOtherNamespace, kClass));
@@ -235,11 +246,10 @@ TEST(DiskDriveOperations, ThePropertyListOfTheRequestIsNotApplied) {
 }
 
 TEST(DiskDriveOperations, OnlyEnumerationAndGetInstanceAreServed) {
-  const Outcome names =
-      ModuleHost().enumerateInstanceNames(Provider(kClass), ClassPath(kClass));
+  const Outcome names = ModuleHost().enumerateInstanceNames(Provider(kClass), ClassPath(kClass));
   EXPECT_EQ(names.code(), CMPI_RC_ERR_NOT_SUPPORTED);
-  const Outcome removal =
-      ModuleHost().deleteInstance(Provider(kClass), Path(std::string(kNamespace) + ":ZEDA_DiskDrive"));
+  const Outcome removal = ModuleHost().deleteInstance(
+      Provider(kClass), Path(std::string(kNamespace) + ":ZEDA_DiskDrive"));
   EXPECT_EQ(removal.code(), CMPI_RC_ERR_NOT_SUPPORTED);
 }
 

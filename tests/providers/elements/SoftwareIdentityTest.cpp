@@ -52,9 +52,9 @@ TEST(SoftwareIdentityEnumerate, AnEmptyFirmwareVersionIsAnEmptyString) {
 }
 
 TEST(SoftwareIdentityEnumerate, OneInstancePerDiskWithOnlyTheDiskListAsked) {
-  const ScopedInventory inventory(InventoryJson(
-      {NasJson("nas1", {DiskJson("0:1"), DiskJson("0:10")}), NasJson("none", {}),
-       NasJson("nas2", {DiskJson("7")})}));
+  const ScopedInventory inventory(
+      InventoryJson({NasJson("nas1", {DiskJson("0:1"), DiskJson("0:10")}), NasJson("none", {}),
+                     NasJson("nas2", {DiskJson("7")})}));
   const ScopedTrace trace;
 
   const Outcome outcome = Enumerate();
@@ -67,9 +67,9 @@ TEST(SoftwareIdentityEnumerate, OneInstancePerDiskWithOnlyTheDiskListAsked) {
     // DiskJson gives every disk the same firmware version.
     EXPECT_EQ(identity.property("VersionString"), Value::string("FW1"));
   }
-  EXPECT_EQ(ids, (std::vector<std::string>{"ZEDA:nas1:Software(DISK0:1)",
-                                           "ZEDA:nas1:Software(DISK0:10)",
-                                           "ZEDA:nas2:Software(DISK7)"}));
+  EXPECT_EQ(ids,
+            (std::vector<std::string>{"ZEDA:nas1:Software(DISK0:1)", "ZEDA:nas1:Software(DISK0:10)",
+                                      "ZEDA:nas2:Software(DISK7)"}));
   EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{{"-", "GetNasList", ""},
                                                    {"nas1", "GetOrvi", ""},
                                                    {"nas1", "GetDiskList", ""},

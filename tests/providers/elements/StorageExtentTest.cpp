@@ -35,13 +35,20 @@ Instance EnumerateOne(const nlohmann::json& disk) {
   return instances.empty() ? Instance() : instances.front();
 }
 
-const std::vector<std::string> kPropertyNames = {
-    "SystemCreationClassName", "SystemName", "CreationClassName", "DeviceID",
-    "ExtentStatus", "NumberOfBlocks", "ConsumableBlocks", "BlockSize",
-    "HealthState", "OperationalStatus", "ExtentDiscriminator"};
-const std::vector<std::string> kPropertyTypes = {
-    "string", "string", "string", "string", "uint16[]", "uint64",
-    "uint64", "uint64", "uint16", "uint16[]", "string[]"};
+const std::vector<std::string> kPropertyNames = {"SystemCreationClassName",
+                                                 "SystemName",
+                                                 "CreationClassName",
+                                                 "DeviceID",
+                                                 "ExtentStatus",
+                                                 "NumberOfBlocks",
+                                                 "ConsumableBlocks",
+                                                 "BlockSize",
+                                                 "HealthState",
+                                                 "OperationalStatus",
+                                                 "ExtentDiscriminator"};
+const std::vector<std::string> kPropertyTypes = {"string",   "string",   "string",  "string",
+                                                 "uint16[]", "uint64",   "uint64",  "uint64",
+                                                 "uint16",   "uint16[]", "string[]"};
 
 TEST(StorageExtentEnumerate, EveryPropertyInOrderWithItsTypeAndValue) {
   nlohmann::json disk = DiskJson("0:3");
@@ -110,9 +117,9 @@ TEST(StorageExtentEnumerate, AsksForHealthTwicePerDiskWithTheHealthKey) {
   for (const Instance& extent : outcome.instances()) {
     deviceIds.push_back(extent.property("DeviceID").str());
   }
-  EXPECT_EQ(deviceIds, (std::vector<std::string>{"ZEDA:nas1:DiskExtent0:3",
-                                                 "ZEDA:nas1:DiskExtent0:10",
-                                                 "ZEDA:nas2:DiskExtent7"}));
+  EXPECT_EQ(deviceIds,
+            (std::vector<std::string>{"ZEDA:nas1:DiskExtent0:3", "ZEDA:nas1:DiskExtent0:10",
+                                      "ZEDA:nas2:DiskExtent7"}));
   EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{{"-", "GetNasList", ""},
                                                    {"nas1", "GetOrvi", ""},
                                                    {"nas1", "GetDiskList", ""},
@@ -162,8 +169,7 @@ TEST(StorageExtentGetInstance, EveryEnumeratedExtentIsFoundAgain) {
   const Outcome all = Enumerate();
   ASSERT_EQ(all.instances().size(), 3u);
   for (const Instance& extent : all.instances()) {
-    const Outcome one =
-        Get(extent.property("SystemName").str(), extent.property("DeviceID").str());
+    const Outcome one = Get(extent.property("SystemName").str(), extent.property("DeviceID").str());
     ASSERT_EQ(one.code(), CMPI_RC_OK);
     ASSERT_EQ(one.instances().size(), 1u);
     EXPECT_EQ(one.instances().front(), extent);
@@ -180,9 +186,9 @@ TEST(StorageExtentGetInstance, AnAbsentDiskAnswersNothingAndOk) {
   EXPECT_TRUE(outcome.done);
   EXPECT_TRUE(outcome.results.empty());
   EXPECT_EQ(ErrorLogLines().size(), loggedBefore);  // not an error: nothing is logged
-  EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{{"-", "Nas::Get", "nas1"},
-                                                   {"nas1", "GetOrvi", ""},
-                                                   {"nas1", "GetDiskList", ""}}));
+  EXPECT_EQ(trace.calls(),
+            (std::vector<TraceCall>{
+                {"-", "Nas::Get", "nas1"}, {"nas1", "GetOrvi", ""}, {"nas1", "GetDiskList", ""}}));
 }
 
 TEST(StorageExtentGetInstance, TheIdentifierMatchesExactlyAndCaseSensitively) {
@@ -220,7 +226,8 @@ TEST(StorageExtentGetInstance, WithoutDiskExtentTheFirstNineCharactersAreDropped
   ASSERT_EQ(outcome.instances().size(), 1u);
   EXPECT_EQ(outcome.instances().front().property("DeviceID"),
             Value::string("ZEDA:nas1:DiskExtent0:1"));
-  EXPECT_EQ(trace.calls("GetDiskHealth"), (std::vector<TraceCall>{{"nas1", "GetDiskHealth", "01"}}));
+  EXPECT_EQ(trace.calls("GetDiskHealth"),
+            (std::vector<TraceCall>{{"nas1", "GetDiskHealth", "01"}}));
 
   // Exactly nine characters leave an empty identifier: no disk, no error.
   const Outcome nine = Get("ZEDA:nas1", "123456789");
@@ -237,10 +244,11 @@ TEST(StorageExtentGetInstance, ADeviceIdShorterThanNineCharactersFailsWithCode20
   EXPECT_EQ(outcome.status.message, std::string("invalid string position"));
   EXPECT_FALSE(outcome.done);
   EXPECT_TRUE(outcome.results.empty());
-  EXPECT_TRUE(HasErrorLogLine(kGetInstanceLine, "ZEDA_StorageExtent_Disk: invalid string position"));
+  EXPECT_TRUE(
+      HasErrorLogLine(kGetInstanceLine, "ZEDA_StorageExtent_Disk: invalid string position"));
   // The NAS is looked up before the DeviceID is read; no disk list is asked for.
-  EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{{"-", "Nas::Get", "nas1"},
-                                                   {"nas1", "GetOrvi", ""}}));
+  EXPECT_EQ(trace.calls(),
+            (std::vector<TraceCall>{{"-", "Nas::Get", "nas1"}, {"nas1", "GetOrvi", ""}}));
 }
 
 TEST(StorageExtentGetInstance, AnUnknownNasFailsWithTheLibrarysMessageAndALogLine) {
@@ -288,7 +296,8 @@ TEST(StorageExtentGetInstance, TheNasComesFromSystemNameEvenWhenDeviceIdNamesAno
   EXPECT_EQ(outcome.instances().front().property("DeviceID"),
             Value::string("ZEDA:nas2:DiskExtent5"));
   EXPECT_EQ(outcome.instances().front().property("NumberOfBlocks"), Value::uint64(10));
-  EXPECT_EQ(trace.calls("GetDiskHealth"), (std::vector<TraceCall>{{"nas2", "GetDiskHealth", "55"}}));
+  EXPECT_EQ(trace.calls("GetDiskHealth"),
+            (std::vector<TraceCall>{{"nas2", "GetDiskHealth", "55"}}));
 }
 
 TEST(StorageExtentGetInstance, TheAnswerCarriesTheRequestNamespace) {

@@ -77,7 +77,8 @@ TEST(AssociatedComponentExtentFromPool, ExtentInstancesInFullWithExtentStatus13)
   EXPECT_EQ(PropertyTypes(extent),
             (Strings{"string", "string", "string", "string", "uint16[]", "uint64", "uint64",
                      "uint64", "uint16", "uint16[]", "string[]"}));
-  EXPECT_EQ(extent.property("SystemCreationClassName"), Value::string("ZEDA_SystemCreationClassName"));
+  EXPECT_EQ(extent.property("SystemCreationClassName"),
+            Value::string("ZEDA_SystemCreationClassName"));
   EXPECT_EQ(extent.property("SystemName"), Value::string("ZEDA:nas1"));
   EXPECT_EQ(extent.property("CreationClassName"), Value::string("ZEDA_StorageExtent_Disk"));
   EXPECT_EQ(extent.property("DeviceID"), Value::string("ZEDA:nas1:DiskExtent0:1"));
@@ -156,9 +157,9 @@ TEST(AssociatedComponentExtentFromExtent, AnExtentInAnyPoolEndsWithoutAnInstance
     EXPECT_TRUE(outcome.done) << diskId;
     EXPECT_TRUE(outcome.results.empty()) << diskId;
     // The pool is still looked up.
-    EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{{"-", "Nas::Get", "nas1"},
-                                                     {"nas1", "GetOrvi", ""},
-                                                     {"nas1", "GetDiskList", ""}}))
+    EXPECT_EQ(trace.calls(),
+              (std::vector<TraceCall>{
+                  {"-", "Nas::Get", "nas1"}, {"nas1", "GetOrvi", ""}, {"nas1", "GetDiskList", ""}}))
         << diskId;
   }
 }
@@ -194,11 +195,12 @@ TEST(AssociatedComponentExtentReferences, FromAnExtentThePlaceholderPoolAndTheSo
 }
 
 TEST(AssociatedComponentExtentReferences, AnyPoolPathGetsTheSamePlaceholderExtent) {
-  const ObjectPath placeholder = ObjectPath(kNamespace, kExtentClass)
-                                     .addKey("SystemCreationClassName", "ZEDA_SystemCreationClassName")
-                                     .addKey("SystemName", "ZEDA_SystemName")
-                                     .addKey("CreationClassName", "ZEDA_CreationClassName")
-                                     .addKey("DeviceID", "ZEDA_DeviceID");
+  const ObjectPath placeholder =
+      ObjectPath(kNamespace, kExtentClass)
+          .addKey("SystemCreationClassName", "ZEDA_SystemCreationClassName")
+          .addKey("SystemName", "ZEDA_SystemName")
+          .addKey("CreationClassName", "ZEDA_CreationClassName")
+          .addKey("DeviceID", "ZEDA_DeviceID");
   for (const char* instanceId : {"ZEDA:nas1:PrimordialPool1", "InstanceID_SPP", "anything"}) {
     const ObjectPath source = PoolPath(instanceId);
     const Outcome outcome = References(kAssociated, source);
@@ -213,8 +215,9 @@ TEST(AssociatedComponentExtentReferences, AnyPoolPathGetsTheSamePlaceholderExten
 }
 
 TEST(AssociatedComponentExtentReferences, AForeignClassIsUnknown) {
-  ExpectFailure(References(kAssociated, ObjectPath(kNamespace, "CIM_StoragePool").addKey("InstanceID", "x")),
-                "Unknown class name: CIM_StoragePool");
+  ExpectFailure(
+      References(kAssociated, ObjectPath(kNamespace, "CIM_StoragePool").addKey("InstanceID", "x")),
+      "Unknown class name: CIM_StoragePool");
 }
 
 TEST(AssociatedComponentExtentUnserved, TheNameOperationsAreNotSupported) {

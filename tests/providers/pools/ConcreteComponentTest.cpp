@@ -44,8 +44,10 @@ Outcome FromPool(const std::string& instanceId) {
   return Associators(kConcrete, PoolPath(instanceId));
 }
 
-Outcome FromExtent(const std::string& diskId, const zeda::host::PropertyList& properties = std::nullopt) {
-  return Associators(kConcrete, ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent" + diskId), properties);
+Outcome FromExtent(const std::string& diskId,
+                   const zeda::host::PropertyList& properties = std::nullopt) {
+  return Associators(kConcrete, ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent" + diskId),
+                     properties);
 }
 
 ObjectPath EnumeratedExtentPath(const std::string& systemName, const std::string& diskId) {
@@ -105,9 +107,9 @@ TEST(ConcreteComponentEnumerate, AssociationShapeAndPathsInFull) {
 }
 
 TEST(ConcreteComponentEnumerate, NasDevicesInListOrderANasWithoutDisksAddsNothing) {
-  const ScopedInventory inventory(InventoryJson({NasJson("nasA", {DiskJson("7")}),
-                                                 NasJson("empty", {}),
-                                                 NasJson("nasB", {Free(DiskJson("0:10"))})}));
+  const ScopedInventory inventory(
+      InventoryJson({NasJson("nasA", {DiskJson("7")}), NasJson("empty", {}),
+                     NasJson("nasB", {Free(DiskJson("0:10"))})}));
   const ScopedTrace trace;
   const Outcome outcome = Enumerate();
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
@@ -151,7 +153,8 @@ TEST(ConcreteComponentFromPool, ExtentInstancesInFull) {
   EXPECT_EQ(PropertyTypes(extent),
             (Strings{"string", "string", "string", "string", "uint16[]", "uint64", "uint64",
                      "uint64", "uint16", "uint16[]", "string[]"}));
-  EXPECT_EQ(extent.property("SystemCreationClassName"), Value::string("ZEDA_SystemCreationClassName"));
+  EXPECT_EQ(extent.property("SystemCreationClassName"),
+            Value::string("ZEDA_SystemCreationClassName"));
   EXPECT_EQ(extent.property("SystemName"), Value::string("ZEDA:nas1"));
   EXPECT_EQ(extent.property("CreationClassName"), Value::string("ZEDA_StorageExtent_Disk"));
   EXPECT_EQ(extent.property("DeviceID"), Value::string("ZEDA:nas1:DiskExtent0:1"));
@@ -214,7 +217,8 @@ TEST(ConcreteComponentFromPool, AsksForTheHealthOfEveryDiskOfTheNas) {
 }
 
 TEST(ConcreteComponentFromPool, AnIdentifierWithoutColonIsQueriedDoubled) {
-  const ScopedInventory inventory(InventoryJson({NasJson("nas2", {DiskJson("7")}, {GroupJson({"7"}, {})})}));
+  const ScopedInventory inventory(
+      InventoryJson({NasJson("nas2", {DiskJson("7")}, {GroupJson({"7"}, {})})}));
   const ScopedTrace trace;
   const Outcome outcome = FromPool("ZEDA:nas2:PrimordialPool2");
   EXPECT_EQ(DeviceIds(outcome), (Strings{"ZEDA:nas2:DiskExtent7"}));
@@ -224,10 +228,11 @@ TEST(ConcreteComponentFromPool, AnIdentifierWithoutColonIsQueriedDoubled) {
 TEST(ConcreteComponentFromPool, OneReturnPerMatchingEntryAndFlagsDoNotStopTheGroupWalk) {
   // 0:1 occurs in "0:1" and in "0:10"; 0:9 is in two spare lists; the free
   // disk 0:3 and the SSD 0:6 are also listed as data.
-  const ScopedInventory inventory(InventoryJson({NasJson(
-      "nas1",
-      {DiskJson("0:1"), DiskJson("0:10"), Free(DiskJson("0:3")), Ssd(DiskJson("0:6")), DiskJson("0:9")},
-      {GroupJson({"0:1", "0:3"}, {"0:9"}), GroupJson({"0:10", "0:6"}, {"0:9"})})}));
+  const ScopedInventory inventory(InventoryJson(
+      {NasJson("nas1",
+               {DiskJson("0:1"), DiskJson("0:10"), Free(DiskJson("0:3")), Ssd(DiskJson("0:6")),
+                DiskJson("0:9")},
+               {GroupJson({"0:1", "0:3"}, {"0:9"}), GroupJson({"0:10", "0:6"}, {"0:9"})})}));
   const Outcome data = FromPool("ZEDA:nas1:PrimordialPool2");
   EXPECT_EQ(DeviceIds(data), (Strings{"ZEDA:nas1:DiskExtent0:1", "ZEDA:nas1:DiskExtent0:1",
                                       "ZEDA:nas1:DiskExtent0:10", "ZEDA:nas1:DiskExtent0:3",
@@ -276,9 +281,14 @@ TEST(ConcreteComponentFromPool, AnUnknownNasFailsWithTheLibrarysMessage) {
 
 // --- AssociatorsHandler1: from an extent ---------------------------------
 
-const Strings kPoolPropertyNames = {"Usage",      "InstanceID",        "Primordial",
-                                    "ElementName", "PoolID",           "TotalManagedSpace",
-                                    "RemainingManagedSpace", "OperationalStatus"};
+const Strings kPoolPropertyNames = {"Usage",
+                                    "InstanceID",
+                                    "Primordial",
+                                    "ElementName",
+                                    "PoolID",
+                                    "TotalManagedSpace",
+                                    "RemainingManagedSpace",
+                                    "OperationalStatus"};
 
 TEST(ConcreteComponentFromExtent, TheDataPoolInstanceInFullWithItsTotalInBytes) {
   const ScopedInventory inventory(MixedInventory());
@@ -303,9 +313,9 @@ TEST(ConcreteComponentFromExtent, TheDataPoolInstanceInFullWithItsTotalInBytes) 
   EXPECT_EQ(pool.property("RemainingManagedSpace"), Value::uint64(0));
   EXPECT_EQ(pool.property("OperationalStatus"), Value::uint16s({kOperationalStatusOk}));
   // The pool's way: the NAS and its disk list, no health query.
-  EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{{"-", "Nas::Get", "nas1"},
-                                                   {"nas1", "GetOrvi", ""},
-                                                   {"nas1", "GetDiskList", ""}}));
+  EXPECT_EQ(trace.calls(),
+            (std::vector<TraceCall>{
+                {"-", "Nas::Get", "nas1"}, {"nas1", "GetOrvi", ""}, {"nas1", "GetDiskList", ""}}));
 }
 
 TEST(ConcreteComponentFromExtent, TheFreePoolKeepsAllOfItsSpace) {
@@ -343,11 +353,11 @@ TEST(ConcreteComponentFromExtent, TheDataTotalCountsEveryJoinedListHoldingTheIde
   //   0,0   occurs across the "," of the first         4000000
   //   0:2   is a flagged spare: pool 3 only
   //   total                                            4322000
-  const ScopedInventory inventory(InventoryJson({NasJson(
-      "nas1",
-      {DiskJson("0:1", 1000), DiskJson("0:10", 20000), DiskJson("0:11", 300000),
-       DiskJson("0,0", 4000000), Spare(DiskJson("0:2", 50000000))},
-      {GroupJson({"0:10", "0:2"}, {}), GroupJson({"0:11"}, {})})}));
+  const ScopedInventory inventory(InventoryJson(
+      {NasJson("nas1",
+               {DiskJson("0:1", 1000), DiskJson("0:10", 20000), DiskJson("0:11", 300000),
+                DiskJson("0,0", 4000000), Spare(DiskJson("0:2", 50000000))},
+               {GroupJson({"0:10", "0:2"}, {}), GroupJson({"0:11"}, {})})}));
   const std::vector<Instance> pools = FromExtent("0:10").instances();
   ASSERT_EQ(pools.size(), 1u);
   EXPECT_EQ(pools[0].property("PoolID"), Value::string("PrimordialPool2"));
@@ -434,12 +444,14 @@ TEST(ConcreteComponentReferences, FromAPoolTheSourcePathAndThePlaceholderExtent)
 }
 
 TEST(ConcreteComponentReferences, AForeignClassIsUnknown) {
-  ExpectFailure(References(kConcrete, ObjectPath(kNamespace, "ZEDA_DiskDrive").addKey("DeviceID", "x")),
-                "Unknown class name: ZEDA_DiskDrive");
+  ExpectFailure(
+      References(kConcrete, ObjectPath(kNamespace, "ZEDA_DiskDrive").addKey("DeviceID", "x")),
+      "Unknown class name: ZEDA_DiskDrive");
   // Class names compare exactly.
-  ExpectFailure(References(kConcrete, ObjectPath(kNamespace, "zeda_storagepool_primordial")
-                                          .addKey("InstanceID", "x")),
-                "Unknown class name: zeda_storagepool_primordial");
+  ExpectFailure(
+      References(kConcrete,
+                 ObjectPath(kNamespace, "zeda_storagepool_primordial").addKey("InstanceID", "x")),
+      "Unknown class name: zeda_storagepool_primordial");
 }
 
 TEST(ConcreteComponentReferences, AssociatorsOfThePlaceholderPoolFailOnTheNumber) {
@@ -457,7 +469,8 @@ TEST(ConcreteComponentReferences, AssociatorsOfThePlaceholderPoolFailOnTheNumber
 
 TEST(ConcreteComponentUnserved, GetInstanceAndTheNameOperationsAreNotSupported) {
   const ScopedInventory inventory(MixedInventory());
-  EXPECT_EQ(ModuleHost().getInstance(Provider(kConcrete), ObjectPath(kNamespace, kConcrete)).code(), CMPI_RC_ERR_NOT_SUPPORTED);
+  EXPECT_EQ(ModuleHost().getInstance(Provider(kConcrete), ObjectPath(kNamespace, kConcrete)).code(),
+            CMPI_RC_ERR_NOT_SUPPORTED);
   EXPECT_EQ(ModuleHost()
                 .associatorNames(Provider(kConcrete), PoolPath("ZEDA:nas1:PrimordialPool1"),
                                  std::string(kConcrete), std::nullopt, std::nullopt, std::nullopt)

@@ -112,16 +112,17 @@ TEST(ParsePoolInstanceId, ThePlaceholderInstanceIdHasAnEmptyNumberText) {
 }
 
 TEST(ParsePoolInstanceId, ANumberTextWithoutDigitsIsAnInvalidStoiArgument) {
-  EXPECT_EQ(MessageOf<std::invalid_argument>(
-                [] { ParsePoolInstanceId("ZEDA:nas1:PrimordialPool"); }),
-            "invalid stoi argument");
-  EXPECT_EQ(MessageOf<std::invalid_argument>(
-                [] { ParsePoolInstanceId("ZEDA:nas1:PrimordialPoolX"); }),
-            "invalid stoi argument");
+  EXPECT_EQ(
+      MessageOf<std::invalid_argument>([] { ParsePoolInstanceId("ZEDA:nas1:PrimordialPool"); }),
+      "invalid stoi argument");
+  EXPECT_EQ(
+      MessageOf<std::invalid_argument>([] { ParsePoolInstanceId("ZEDA:nas1:PrimordialPoolX"); }),
+      "invalid stoi argument");
 }
 
 TEST(ParsePoolInstanceId, ATextEndingBeforeTheNumberIsAnInvalidStringPosition) {
-  for (const char* id : {"ZEDA:nas1:PrimordialPoo", "ZEDA:nas1", "ZEDA:nas1:", "InstanceID_SP", ""}) {
+  for (const char* id :
+       {"ZEDA:nas1:PrimordialPoo", "ZEDA:nas1", "ZEDA:nas1:", "InstanceID_SP", ""}) {
     EXPECT_EQ(MessageOf<std::out_of_range>([id] { ParsePoolInstanceId(id); }),
               "invalid string position")
         << id;
@@ -166,8 +167,8 @@ zeda::orvi::OrviDiskList List(std::vector<zeda::orvi::OrviDisk> disks,
 }
 
 TEST(PoolOfDisk, TheRecordWithTheIdentifierIsClassified) {
-  const auto list = List({Disk("0:1", 1, kFree), Disk("0:2"), Disk("0:3", 1, kSsd)},
-                         {Group({"0:2"}, {})});
+  const auto list =
+      List({Disk("0:1", 1, kFree), Disk("0:2"), Disk("0:3", 1, kSsd)}, {Group({"0:2"}, {})});
   EXPECT_EQ(PoolOfDisk(list, "0:1"), 1);
   EXPECT_EQ(PoolOfDisk(list, "0:2"), 2);
   EXPECT_EQ(PoolOfDisk(list, "0:3"), 4);

@@ -12,9 +12,9 @@
 #include <string_view>
 #include <vector>
 
+#include <gtest/gtest.h>
 #include <boost/algorithm/string/join.hpp>
 #include <boost/algorithm/string/predicate.hpp>
-#include <gtest/gtest.h>
 
 #include "PoolRecords.h"
 #include "providers/pools/PoolRules.h"
@@ -116,11 +116,11 @@ class RandomInventory {
       if (Below(4) == 0) flags |= kSpare;
       if (Below(5) == 0) flags |= kSsd;
       // Huge capacities too, so that wrapping sums are compared.
-      const std::uint64_t capacity =
-          Below(6) == 0 ? ~std::uint64_t{0} - static_cast<std::uint64_t>(Below(3))
-                        : static_cast<std::uint64_t>(1 + Below(1000));
-      list.disks.push_back(Disk(Below(3) == 0 && d > 0 ? list.disks[Below(d)].id : Text(4),
-                                capacity, flags));
+      const std::uint64_t capacity = Below(6) == 0
+                                         ? ~std::uint64_t{0} - static_cast<std::uint64_t>(Below(3))
+                                         : static_cast<std::uint64_t>(1 + Below(1000));
+      list.disks.push_back(
+          Disk(Below(3) == 0 && d > 0 ? list.disks[Below(d)].id : Text(4), capacity, flags));
     }
     const int groups = Below(5);
     for (int g = 0; g < groups; ++g) {

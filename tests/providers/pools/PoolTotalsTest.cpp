@@ -30,9 +30,9 @@ TEST(ComputePoolTotals, AFreeSsdCountsOnlyInTheFreePool) {
 }
 
 TEST(ComputePoolTotals, FlaggedDisksCountOnceWhateverTheGroupsSay) {
-  const OrviDiskList list = List({Disk("0:1", 100, kSsd | kSpare), Disk("0:2", 20, kSpare),
-                                  Disk("0:3", 3, kFree | kSpare)},
-                                 {Group({"0:1", "0:2", "0:3"}, {"0:1", "0:2", "0:3"})});
+  const OrviDiskList list = List(
+      {Disk("0:1", 100, kSsd | kSpare), Disk("0:2", 20, kSpare), Disk("0:3", 3, kFree | kSpare)},
+      {Group({"0:1", "0:2", "0:3"}, {"0:1", "0:2", "0:3"})});
   EXPECT_EQ(ComputePoolTotals(list), (PoolTotals{3, 0, 20, 100}));
 }
 
@@ -86,10 +86,11 @@ TEST(ComputePoolTotals, BytesAddUpAcrossAWholeNas) {
   //   pool 4: 0:6 (SSD, also listed as data: ignored)   500107862016
   //   0:7 has no flag and no entry: nowhere.
   const std::uint64_t tb4 = 4000787030016ULL;
-  const OrviDiskList list = List(
-      {Disk("0:1", tb4), Disk("0:2", tb4), Disk("0:4", tb4, kSpare), Disk("0:5", 8001563222016ULL, kFree),
-       Disk("0:6", 500107862016ULL, kSsd), Disk("0:7", 123), Disk("0:9", 2000398934016ULL)},
-      {Group({"0:1", "0:2", "0:6"}, {"0:4", "0:9"}), Group({"0:10"}, {"0:9"})});
+  const OrviDiskList list =
+      List({Disk("0:1", tb4), Disk("0:2", tb4), Disk("0:4", tb4, kSpare),
+            Disk("0:5", 8001563222016ULL, kFree), Disk("0:6", 500107862016ULL, kSsd),
+            Disk("0:7", 123), Disk("0:9", 2000398934016ULL)},
+           {Group({"0:1", "0:2", "0:6"}, {"0:4", "0:9"}), Group({"0:10"}, {"0:9"})});
   EXPECT_EQ(ComputePoolTotals(list),
             (PoolTotals{8001563222016ULL, 12002361090048ULL, 8001584898048ULL, 500107862016ULL}));
 }

@@ -28,18 +28,12 @@ struct PoolCase {
 // nas2: 1, 2 data of group 1; 3, 4, 6 data of group 2; 5 flagged spare.
 // nas-edge: no disks.
 const std::vector<PoolCase> kCases = {
-    {"nas1", 1, {"0:5"}},
-    {"nas1", 2, {"0:1", "0:2", "0:3", "0:6", "0:7"}},
-    {"nas1", 3, {"0:4"}},
-    {"nas1", 4, {"0:6", "0:7"}},
-    {"nas2", 1, {}},
-    {"nas2", 2, {"1", "2", "3", "4", "6"}},
-    {"nas2", 3, {"5"}},
-    {"nas2", 4, {}},
-    {"nas-edge", 1, {}},
-    {"nas-edge", 2, {}},
-    {"nas-edge", 3, {}},
-    {"nas-edge", 4, {}},
+    {"nas1", 1, {"0:5"}}, {"nas1", 2, {"0:1", "0:2", "0:3", "0:6", "0:7"}},
+    {"nas1", 3, {"0:4"}}, {"nas1", 4, {"0:6", "0:7"}},
+    {"nas2", 1, {}},      {"nas2", 2, {"1", "2", "3", "4", "6"}},
+    {"nas2", 3, {"5"}},   {"nas2", 4, {}},
+    {"nas-edge", 1, {}},  {"nas-edge", 2, {}},
+    {"nas-edge", 3, {}},  {"nas-edge", 4, {}},
 };
 
 Strings ExpectedDeviceIds(const PoolCase& c) {

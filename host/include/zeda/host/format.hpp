@@ -21,12 +21,12 @@ namespace zeda::host {
 // Written as text (no document tree), one result a line; every string is
 // valid UTF-8 (a byte that is not becomes U+FFFD).
 std::string toJson(const std::string& operation, const Outcome& outcome);
-std::string valueToJson(const Value& v);          // the "value" part only
-std::string typedValueToJson(const Value& v);     // a plain result: {"type","value"}
+std::string valueToJson(const Value& v);       // the "value" part only
+std::string typedValueToJson(const Value& v);  // a plain result: {"type","value"}
 std::string objectPathToJson(const ObjectPath& p);
 std::string instanceToJson(const Instance& i);
-std::string statusToJson(const Status& status);   // {"code": n, "message": s|null}
-std::string jsonQuote(std::string_view text);     // a JSON string literal
+std::string statusToJson(const Status& status);  // {"code": n, "message": s|null}
+std::string jsonQuote(std::string_view text);    // a JSON string literal
 // Length of the well-formed UTF-8 sequence at text[i] (1 for an ASCII
 // byte); 0 when the bytes there are not UTF-8.
 std::size_t utf8Length(std::string_view text, std::size_t i);

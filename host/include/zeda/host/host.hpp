@@ -58,19 +58,19 @@ class FactoryMissing : public LoadError {
 // answers logMessage with CMPI_RC_ERR_NOT_SUPPORTED.
 struct BrokerSettings {
   unsigned int brokerCapabilities = 0;
-  int brokerVersion = 200;      // CMPIBrokerFT::brokerVersion
+  int brokerVersion = 200;  // CMPIBrokerFT::brokerVersion
   std::string brokerName = "zeda-host";
-  int encFtVersion = 200;       // CMPIBrokerEncFT::ftVersion
-  int extFtVersion = 200;       // CMPIBrokerExtFT::ftVersion
-  int memFtVersion = 200;       // CMPIBrokerMemFT::ftVersion
-  bool withMemFT = true;        // false → CMPIBroker::mft is NULL
-  int logMessageRc = 0;         // status code logMessage answers
+  int encFtVersion = 200;  // CMPIBrokerEncFT::ftVersion
+  int extFtVersion = 200;  // CMPIBrokerExtFT::ftVersion
+  int memFtVersion = 200;  // CMPIBrokerMemFT::ftVersion
+  bool withMemFT = true;   // false → CMPIBroker::mft is NULL
+  int logMessageRc = 0;    // status code logMessage answers
   static BrokerSettings sfcbLike();
 };
 
 // One logMessage or trace call a provider made.
 struct LogRecord {
-  int level = 0;  // severity (logMessage) or trace level (trace)
+  int level = 0;          // severity (logMessage) or trace level (trace)
   std::string component;  // message id (logMessage) or component (trace)
   std::string text;
 };
@@ -124,59 +124,69 @@ class Host {
                              const PropertyList& properties = std::nullopt);
   Outcome getInstance(const std::string& provider, const ObjectPath& instancePath,
                       const PropertyList& properties = std::nullopt);
-  Outcome createInstance(const std::string& provider, const ObjectPath& path, const Instance& instance);
-  Outcome modifyInstance(const std::string& provider, const ObjectPath& path, const Instance& instance,
-                         const PropertyList& properties = std::nullopt);
+  Outcome createInstance(const std::string& provider, const ObjectPath& path,
+                         const Instance& instance);
+  Outcome modifyInstance(const std::string& provider, const ObjectPath& path,
+                         const Instance& instance, const PropertyList& properties = std::nullopt);
   Outcome deleteInstance(const std::string& provider, const ObjectPath& path);
-  Outcome execQuery(const std::string& provider, const ObjectPath& classPath, const std::string& query,
-                    const std::string& language);
+  Outcome execQuery(const std::string& provider, const ObjectPath& classPath,
+                    const std::string& query, const std::string& language);
 
-  Outcome associators(const std::string& provider, const ObjectPath& path, const OptString& assocClass,
-                      const OptString& resultClass, const OptString& role, const OptString& resultRole,
+  Outcome associators(const std::string& provider, const ObjectPath& path,
+                      const OptString& assocClass, const OptString& resultClass,
+                      const OptString& role, const OptString& resultRole,
                       const PropertyList& properties = std::nullopt);
-  Outcome associatorNames(const std::string& provider, const ObjectPath& path, const OptString& assocClass,
-                          const OptString& resultClass, const OptString& role, const OptString& resultRole);
-  Outcome references(const std::string& provider, const ObjectPath& path, const OptString& resultClass,
-                     const OptString& role, const PropertyList& properties = std::nullopt);
-  Outcome referenceNames(const std::string& provider, const ObjectPath& path, const OptString& resultClass,
-                         const OptString& role);
+  Outcome associatorNames(const std::string& provider, const ObjectPath& path,
+                          const OptString& assocClass, const OptString& resultClass,
+                          const OptString& role, const OptString& resultRole);
+  Outcome references(const std::string& provider, const ObjectPath& path,
+                     const OptString& resultClass, const OptString& role,
+                     const PropertyList& properties = std::nullopt);
+  Outcome referenceNames(const std::string& provider, const ObjectPath& path,
+                         const OptString& resultClass, const OptString& role);
 
   // Streaming forms: each result goes to sink as the provider returns it
   // (the Outcome carries status, done and errors, no results), so memory
   // does not grow with the number of results.
-  Outcome enumerateInstanceNames(const std::string& provider, const ObjectPath& classPath, ResultSink& sink);
-  Outcome enumerateInstances(const std::string& provider, const ObjectPath& classPath, const PropertyList& properties,
-                             ResultSink& sink);
-  Outcome getInstance(const std::string& provider, const ObjectPath& instancePath, const PropertyList& properties,
-                      ResultSink& sink);
-  Outcome associators(const std::string& provider, const ObjectPath& path, const OptString& assocClass,
-                      const OptString& resultClass, const OptString& role, const OptString& resultRole,
+  Outcome enumerateInstanceNames(const std::string& provider, const ObjectPath& classPath,
+                                 ResultSink& sink);
+  Outcome enumerateInstances(const std::string& provider, const ObjectPath& classPath,
+                             const PropertyList& properties, ResultSink& sink);
+  Outcome getInstance(const std::string& provider, const ObjectPath& instancePath,
                       const PropertyList& properties, ResultSink& sink);
-  Outcome associatorNames(const std::string& provider, const ObjectPath& path, const OptString& assocClass,
-                          const OptString& resultClass, const OptString& role, const OptString& resultRole,
-                          ResultSink& sink);
-  Outcome references(const std::string& provider, const ObjectPath& path, const OptString& resultClass,
-                     const OptString& role, const PropertyList& properties, ResultSink& sink);
-  Outcome referenceNames(const std::string& provider, const ObjectPath& path, const OptString& resultClass,
-                         const OptString& role, ResultSink& sink);
+  Outcome associators(const std::string& provider, const ObjectPath& path,
+                      const OptString& assocClass, const OptString& resultClass,
+                      const OptString& role, const OptString& resultRole,
+                      const PropertyList& properties, ResultSink& sink);
+  Outcome associatorNames(const std::string& provider, const ObjectPath& path,
+                          const OptString& assocClass, const OptString& resultClass,
+                          const OptString& role, const OptString& resultRole, ResultSink& sink);
+  Outcome references(const std::string& provider, const ObjectPath& path,
+                     const OptString& resultClass, const OptString& role,
+                     const PropertyList& properties, ResultSink& sink);
+  Outcome referenceNames(const std::string& provider, const ObjectPath& path,
+                         const OptString& resultClass, const OptString& role, ResultSink& sink);
 
   // Method MI: results hold the returnData values (the return value); the
   // output arguments land in Outcome::outArgs.
-  Outcome invokeMethod(const std::string& provider, const ObjectPath& path, const std::string& method,
-                       const std::vector<NamedValue>& in = {});
+  Outcome invokeMethod(const std::string& provider, const ObjectPath& path,
+                       const std::string& method, const std::vector<NamedValue>& in = {});
 
   // Indication MI. The filter handed over is a select expression made by the
   // host from query (language "WQL"); classPath is a path of className in
   // the path's namespace. authorizeFilter / mustPoll answer with status only
   // (mustPoll's "must poll" answer is the status code the provider returns).
-  Outcome authorizeFilter(const std::string& provider, const std::string& query, const std::string& className,
-                          const ObjectPath& classPath, const std::string& owner);
-  Outcome mustPoll(const std::string& provider, const std::string& query, const std::string& className,
-                   const ObjectPath& classPath);
-  Outcome activateFilter(const std::string& provider, const std::string& query, const std::string& className,
-                         const ObjectPath& classPath, bool firstActivation);
-  Outcome deActivateFilter(const std::string& provider, const std::string& query, const std::string& className,
-                           const ObjectPath& classPath, bool lastActivation);
+  Outcome authorizeFilter(const std::string& provider, const std::string& query,
+                          const std::string& className, const ObjectPath& classPath,
+                          const std::string& owner);
+  Outcome mustPoll(const std::string& provider, const std::string& query,
+                   const std::string& className, const ObjectPath& classPath);
+  Outcome activateFilter(const std::string& provider, const std::string& query,
+                         const std::string& className, const ObjectPath& classPath,
+                         bool firstActivation);
+  Outcome deActivateFilter(const std::string& provider, const std::string& query,
+                           const std::string& className, const ObjectPath& classPath,
+                           bool lastActivation);
   Outcome enableIndications(const std::string& provider);
   Outcome disableIndications(const std::string& provider);
 

@@ -15,9 +15,9 @@ namespace zeda::host {
 class ResultSink {
  public:
   virtual ~ResultSink() = default;
-  virtual void instance(const Instance& i) = 0;     // returnInstance
-  virtual void path(const ObjectPath& p) = 0;       // returnObjectPath
-  virtual void value(const Value& v) = 0;           // returnData
+  virtual void instance(const Instance& i) = 0;  // returnInstance
+  virtual void path(const ObjectPath& p) = 0;    // returnObjectPath
+  virtual void value(const Value& v) = 0;        // returnData
 };
 
 }  // namespace zeda::host

@@ -29,7 +29,8 @@ class UriError : public std::invalid_argument {
   std::size_t column_;
 };
 
-ObjectPath parseObjectPath(std::string_view text, std::string_view defaultNameSpace = kDefaultNameSpace);
+ObjectPath parseObjectPath(std::string_view text,
+                           std::string_view defaultNameSpace = kDefaultNameSpace);
 
 // Prints NAMESPACE:Class.Key="v",... (no namespace part when it is empty).
 // String, datetime and reference values are quoted with " and \ escaped;

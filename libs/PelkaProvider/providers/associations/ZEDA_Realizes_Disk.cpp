@@ -2,7 +2,6 @@
 
 #include <memory>
 
-
 #include "Exception.h"
 #include "inventory/Keys.h"
 #include "inventory/Library.h"

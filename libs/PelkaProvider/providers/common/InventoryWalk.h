@@ -21,10 +21,10 @@ namespace zeda::pelka {
 // the duration of the call: the disk list and the strings are released
 // before the next NAS is visited.
 struct DiskVisit {
-  const std::string& nameSpace;   // namespace of the request path
-  const Nas& nas;                 // owned by the library
-  const std::string& systemName;  // "ZEDA:" + nas.name; empty with SystemNameUse::Skip
-  zeda::orvi::Orvi& orvi;         // the NAS's API object, owned by the library
+  const std::string& nameSpace;              // namespace of the request path
+  const Nas& nas;                            // owned by the library
+  const std::string& systemName;             // "ZEDA:" + nas.name; empty with SystemNameUse::Skip
+  zeda::orvi::Orvi& orvi;                    // the NAS's API object, owned by the library
   const zeda::orvi::OrviDiskList& diskList;  // the whole reply, groups included
   const zeda::orvi::OrviDisk& disk;          // the disk being visited
 };

@@ -14,8 +14,7 @@ namespace zeda::pelka::text {
 
 // std::string::substr; a `pos` past the end throws std::out_of_range
 // "invalid string position". `count` is capped at the remaining length.
-std::string Substr(const std::string& s, std::size_t pos,
-                   std::size_t count = std::string::npos);
+std::string Substr(const std::string& s, std::size_t pos, std::size_t count = std::string::npos);
 
 // The text after the last occurrence of `marker`. When `marker` does not occur
 // the start position is npos + marker.size(), which wraps around to

@@ -26,8 +26,7 @@ CmpiInstance MakeDiskDriveInstance(const DiskDriveFields& fields) {
 }
 
 DiskDriveFields PlaceholderDiskDriveFields(const std::string& nameSpace,
-                                           const std::string& className,
-                                           const std::string& name) {
+                                           const std::string& className, const std::string& name) {
   DiskDriveFields fields;
   fields.nameSpace = nameSpace;
   fields.className = className;

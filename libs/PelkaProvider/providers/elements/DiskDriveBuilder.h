@@ -35,8 +35,7 @@ CmpiInstance MakeDiskDriveInstance(const DiskDriveFields& fields);
 // The drive-shaped placeholder: the four keys hold their placeholder words,
 // every number is 0; only the namespace, the path's class and Name vary.
 DiskDriveFields PlaceholderDiskDriveFields(const std::string& nameSpace,
-                                           const std::string& className,
-                                           const std::string& name);
+                                           const std::string& className, const std::string& name);
 
 }  // namespace zeda::pelka
 

@@ -26,8 +26,7 @@ CmpiInstance MakeStorageExtentInstance(const StorageExtentFields& fields) {
 }
 
 StorageExtentFields DiskExtentFields(const std::string& nameSpace, const DeviceKeys& keys,
-                                     const zeda::orvi::OrviDisk& disk,
-                                     std::uint32_t healthStatus) {
+                                     const zeda::orvi::OrviDisk& disk, std::uint32_t healthStatus) {
   StorageExtentFields fields;
   fields.nameSpace = nameSpace;
   fields.keys = keys;

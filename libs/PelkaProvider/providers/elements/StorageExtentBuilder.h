@@ -37,8 +37,7 @@ CmpiInstance MakeStorageExtentInstance(const StorageExtentFields& fields);
 // isFree, both block counts from capacity, HealthState and
 // OperationalStatus from `healthStatus`.
 StorageExtentFields DiskExtentFields(const std::string& nameSpace, const DeviceKeys& keys,
-                                     const zeda::orvi::OrviDisk& disk,
-                                     std::uint32_t healthStatus);
+                                     const zeda::orvi::OrviDisk& disk, std::uint32_t healthStatus);
 
 // The placeholder extent: the four placeholder keys, ExtentStatus {2},
 // NumberOfBlocks 1000, ConsumableBlocks 100, HealthState 5,

@@ -47,8 +47,7 @@ CmpiStatus ZEDA_DiskDrive::EnumInstances::operator()(const CmpiContext& ctx, Cmp
     const std::string deviceId = DiskDeviceId(visit.systemName, id);
     const CMPIUint16 healthState =
         HealthStateOf(visit.orvi.GetDiskHealth(StripFirstColon(id)).healthStatus);
-    const auto operationalStatus =
-        static_cast<CMPIUint16>(util::GetOperationalStatus(disk.status));
+    const auto operationalStatus = static_cast<CMPIUint16>(util::GetOperationalStatus(disk.status));
 
     DiskDriveFields drive;
     drive.nameSpace = visit.nameSpace;

@@ -25,8 +25,7 @@ void ReturnExtent(CmpiResult& rslt, const std::string& nameSpace, const std::str
 
 }  // namespace
 
-ZEDA_StorageExtent_Disk::ZEDA_StorageExtent_Disk(const CmpiBroker& broker,
-                                                 const CmpiContext& ctx)
+ZEDA_StorageExtent_Disk::ZEDA_StorageExtent_Disk(const CmpiBroker& broker, const CmpiContext& ctx)
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
   setClassName(kClassName);
   install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());

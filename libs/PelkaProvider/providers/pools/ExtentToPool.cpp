@@ -13,8 +13,8 @@
 
 namespace zeda::pelka {
 
-void ReturnExtentPool(CmpiResult& rslt, const CmpiObjectPath& extentPath,
-                      const char** properties, ExtentPoolRule rule) {
+void ReturnExtentPool(CmpiResult& rslt, const CmpiObjectPath& extentPath, const char** properties,
+                      ExtentPoolRule rule) {
   const std::string nameSpace = NameSpaceOf(extentPath);
   const std::string systemName = cmpi::GetString(extentPath, "SystemName");
   const std::string deviceId = cmpi::GetString(extentPath, "DeviceID");

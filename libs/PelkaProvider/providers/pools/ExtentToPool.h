@@ -22,8 +22,8 @@ struct ExtentPoolRule {
 // rule.deliver, returned; then returnDone. Any other pool, including 0 for
 // an unknown disk or an empty disk list, throws Exception
 // "Incorrect association class".
-void ReturnExtentPool(CmpiResult& rslt, const CmpiObjectPath& extentPath,
-                      const char** properties, ExtentPoolRule rule);
+void ReturnExtentPool(CmpiResult& rslt, const CmpiObjectPath& extentPath, const char** properties,
+                      ExtentPoolRule rule);
 
 }  // namespace zeda::pelka
 

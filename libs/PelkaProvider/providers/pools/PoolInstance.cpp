@@ -10,8 +10,9 @@ CmpiInstance MakePoolInstance(const PoolFields& fields) {
   CmpiInstance instance(CmpiObjectPath(fields.nameSpace.c_str(), kStoragePoolClass));
   if (fields.propertyFilter != nullptr) {
     // Properties the filter keeps whatever the request names.
-    const char* keys[] = {"InstanceID", "PoolID", "Primordial", "TotalManagedSpace",
-                          "RemainingManagedSpace", nullptr};
+    const char* keys[] = {
+        "InstanceID", "PoolID", "Primordial", "TotalManagedSpace", "RemainingManagedSpace",
+        nullptr};
     instance.setPropertyFilter(fields.propertyFilter, keys);
   }
   instance.setProperty("Usage", CmpiData(fields.usage));

@@ -64,7 +64,8 @@ IndexedDisks IndexDisks(const std::vector<OrviDisk>& disks, Takes takes) {
 
 // Per pattern, the number of entries of the chosen lists of all groups that
 // contain it.
-std::vector<std::size_t> CountEntries(SubstringIndex& index, const std::vector<OrviDiskGroup>& groups,
+std::vector<std::size_t> CountEntries(SubstringIndex& index,
+                                      const std::vector<OrviDiskGroup>& groups,
                                       std::vector<std::string> OrviDiskGroup::*list) {
   std::vector<std::size_t> counts(index.PatternCount(), 0);
   for (const OrviDiskGroup& group : groups) {
@@ -123,9 +124,8 @@ std::vector<std::size_t> MembershipCounts(const std::vector<OrviDisk>& disks,
   const bool spare = pool == 3;
   IndexedDisks indexed =
       IndexDisks(disks, [spare](const OrviDisk& disk) { return !(spare && disk.isSpare); });
-  const std::vector<std::size_t> entries =
-      CountEntries(indexed.index, groups,
-                   spare ? &OrviDiskGroup::spareDisks : &OrviDiskGroup::dataDisks);
+  const std::vector<std::size_t> entries = CountEntries(
+      indexed.index, groups, spare ? &OrviDiskGroup::spareDisks : &OrviDiskGroup::dataDisks);
   for (std::size_t d = 0; d < disks.size(); ++d) {
     counts[d] = indexed.patternOfDisk[d] == kSkipped ? 1 : entries[indexed.patternOfDisk[d]];
   }
@@ -185,8 +185,7 @@ std::vector<std::size_t> PoolMembershipCounts(const OrviDiskList& diskList, int 
 }
 PoolTotals ComputePoolTotals(const OrviDiskList& diskList) {
   const std::vector<OrviDisk>& disks = diskList.disks;
-  IndexedDisks indexed =
-      IndexDisks(disks, [](const OrviDisk& disk) { return !HasPoolFlag(disk); });
+  IndexedDisks indexed = IndexDisks(disks, [](const OrviDisk& disk) { return !HasPoolFlag(disk); });
   // Per pattern, the number of groups whose joined spare list (and joined
   // data list) holds it. Each list is joined once per call.
   std::vector<std::uint64_t> spareLists(indexed.index.PatternCount(), 0);

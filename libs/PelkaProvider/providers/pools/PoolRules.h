@@ -88,8 +88,7 @@ std::size_t PoolMembershipCount(const zeda::orvi::OrviDisk& disk,
                                 const std::vector<zeda::orvi::OrviDiskGroup>& groups, int pool);
 
 // PoolMembershipCount of every disk of `diskList` for `pool`, in disk order.
-std::vector<std::size_t> PoolMembershipCounts(const zeda::orvi::OrviDiskList& diskList,
-                                              int pool);
+std::vector<std::size_t> PoolMembershipCounts(const zeda::orvi::OrviDiskList& diskList, int pool);
 
 // Bytes per pool; index 0 to 3 for pools 1 to 4.
 using PoolTotals = std::array<std::uint64_t, 4>;

@@ -122,8 +122,7 @@ void SubstringIndex::LinkFailures(const std::vector<Links>& links) {
       }
       nodes_[child].fail = target == kNone ? kRoot : target;
       const Node& failNode = nodes_[nodes_[child].fail];
-      nodes_[child].output =
-          failNode.pattern != kNone ? nodes_[child].fail : failNode.output;
+      nodes_[child].output = failNode.pattern != kNone ? nodes_[child].fail : failNode.output;
       queue.push_back(child);
     }
   }

@@ -20,8 +20,8 @@ ZEDA_AssociatedComponentExtent_Primordial::ZEDA_AssociatedComponentExtent_Primor
     const CmpiBroker& broker, const CmpiContext& ctx)
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
   setClassName(kClassName);
-  auto& associators = install(this, associationDelegates().Associators,
-                              std::make_unique<AssociatorsDelegate>());
+  auto& associators =
+      install(this, associationDelegates().Associators, std::make_unique<AssociatorsDelegate>());
   auto second = std::make_unique<AssociatorsHandler2>(kStoragePoolClass);
   auto first = std::make_unique<AssociatorsHandler1>(kExtentClass);
   associators.setHandlers(std::move(first), std::move(second));

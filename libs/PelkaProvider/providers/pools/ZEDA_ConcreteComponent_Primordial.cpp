@@ -25,17 +25,18 @@ ZEDA_ConcreteComponent_Primordial::ZEDA_ConcreteComponent_Primordial(const CmpiB
     : CmpiBaseMI(broker, ctx), PelkaProvider(broker, ctx) {
   setClassName(kClassName);
   install(this, instanceDelegates().EnumInstances, std::make_unique<EnumInstances>());
-  auto& associators = install(this, associationDelegates().Associators,
-                              std::make_unique<AssociatorsDelegate>());
+  auto& associators =
+      install(this, associationDelegates().Associators, std::make_unique<AssociatorsDelegate>());
   auto second = std::make_unique<AssociatorsHandler2>(kStoragePoolClass);
   auto first = std::make_unique<AssociatorsHandler1>(kExtentClass);
   associators.setHandlers(std::move(first), std::move(second));
   install(this, associationDelegates().References, std::make_unique<References>());
 }
 
-CmpiStatus ZEDA_ConcreteComponent_Primordial::EnumInstances::operator()(
-    const CmpiContext& ctx, CmpiResult& rslt, const CmpiObjectPath& cop,
-    const char** properties) {
+CmpiStatus ZEDA_ConcreteComponent_Primordial::EnumInstances::operator()(const CmpiContext& ctx,
+                                                                        CmpiResult& rslt,
+                                                                        const CmpiObjectPath& cop,
+                                                                        const char** properties) {
   WalkInventory(rslt, cop, [&rslt](const DiskVisit& visit) {
     const PoolKind* pool = FindPool(EnumeratedPool(visit.disk));
     if (pool == nullptr) {
