@@ -149,6 +149,25 @@ TEST_F(ZedaCimTableOnModule, DiskDrives) {
       "----------+------+------------------+\n");
 }
 
+// The placeholder system's path has no keys: the key list the module hands
+// setPropertyFilter is ignored, so only the listed property is left.
+TEST_F(ZedaCimTableOnModule, AFilteredPlaceholderSystemKeepsOnlyTheListedProperties) {
+  const CliRun r = run({"--property", "Caption", "ai",
+                        "ZEDA_StorageExtent_Disk.SystemCreationClassName=\"ZEDA_ComputerSystem\","
+                        "SystemName=\"ZEDA:nas1\",CreationClassName=\"ZEDA_StorageExtent_Disk\","
+                        "DeviceID=\"ZEDA:nas1:DiskExtent0:1\"",
+                        "--assoc-class", "ZEDA_SystemDevice_StorageExtent_Disk", "--result-class",
+                        "CIM_StoragePool"});
+  ASSERT_EQ(r.status, 0) << r.err;
+  EXPECT_EQ(r.out,
+            "Instances of root/cimv2:ZEDA_ComputerSystem\n"
+            "+-----------------------+\n"
+            "| Caption               |\n"
+            "+-----------------------+\n"
+            "| \"ZEDA_ComputerSystem\" |\n"
+            "+-----------------------+\n");
+}
+
 TEST_F(ZedaCimTableOnModule, AssociationsShowTheirReferencesAsPaths) {
   const CliRun r =
       run({"ri", "ZEDA_DiskDrive.SystemName=\"ZEDA:nas1\",DeviceID=\"ZEDA:nas1:DISK0:1\"",
