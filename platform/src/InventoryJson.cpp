@@ -14,6 +14,7 @@
 
 #include <simdjson.h>
 
+#include "InventoryFile.h"
 #include "InventoryRefused.h"
 #include "InventoryWalker.h"
 #include "platform/Inventory.h"
@@ -23,6 +24,9 @@ namespace zeda::pelka::platform {
 namespace {
 
 namespace dom = simdjson::dom;
+
+static_assert(kTextSlack >= simdjson::SIMDJSON_PADDING,
+              "a file's text must be parsed where it was read");
 
 // InventoryWalker's view of a simdjson document. Every accessor is called
 // only after KindOf has given the matching kind, so no result is unchecked.

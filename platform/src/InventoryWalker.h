@@ -137,10 +137,18 @@ class InventoryWalker {
   static Members<N> MembersOf(const Value& object, const Place& place, const Names<N>& names) {
     Members<N> members;
     std::optional<std::string_view> unknown;
+    // Files mostly list the members in the order of `names`: the name after
+    // the last one found is tried first, the others only when it differs.
+    std::size_t expected = 0;
     Json::ForEachMember(object, [&](std::string_view name, const Value& value) {
+      if (expected < N && name == names[expected]) {
+        members[expected++] = value;
+        return;
+      }
       for (std::size_t i = 0; i < N; ++i) {
         if (name == names[i]) {
           members[i] = value;
+          expected = i + 1;
           return;
         }
       }
