@@ -1,5 +1,6 @@
 #include "DiskKeyIndex.h"
 
+#include <array>
 #include <stdexcept>
 
 namespace zeda::pelka::platform {
@@ -56,19 +57,24 @@ DiskKeyIndex::DiskKeyIndex(const std::vector<DiskRecord>& disks) : disks_(disks)
   const std::size_t entries = 2 * disks_.size();
   slots_.resize(SlotCount(entries));
   mask_ = slots_.size() - 1;
-  // The hashes first, in one sequential pass over the records; then the
-  // slots, each one's home slot fetched a few entries ahead, since on a large
-  // NAS nearly every insertion lands on a line not in the cache.
-  std::vector<std::uint64_t> hashes(entries);
-  for (std::uint32_t entry = 0; entry < entries; ++entry) {
-    hashes[entry] = HashOf(KeyOf(disks_[entry / 2].disk.id, FormOf(entry)));
-  }
+  // On a large NAS nearly every insertion lands on a line not in the cache:
+  // each entry's hash is computed kAhead entries before it is inserted and its
+  // home slot fetched meanwhile.
   constexpr std::size_t kAhead = 16;
-  for (std::uint32_t entry = 0; entry < entries; ++entry) {
-    if (entry + kAhead < entries) {
-      __builtin_prefetch(&slots_[static_cast<std::size_t>(hashes[entry + kAhead]) & mask_], 1);
+  std::array<std::uint64_t, kAhead> ahead{};
+  const auto hashOf = [this](std::size_t entry) {
+    return HashOf(KeyOf(disks_[entry / 2].disk.id, FormOf(static_cast<std::uint32_t>(entry))));
+  };
+  for (std::size_t entry = 0; entry < entries + kAhead; ++entry) {
+    if (entry >= kAhead) {
+      const std::size_t inserted = entry - kAhead;
+      Insert(static_cast<std::uint32_t>(inserted), ahead[inserted % kAhead]);
     }
-    Insert(entry, hashes[entry]);
+    if (entry < entries) {
+      const std::uint64_t hash = hashOf(entry);
+      __builtin_prefetch(&slots_[static_cast<std::size_t>(hash) & mask_], 1);
+      ahead[entry % kAhead] = hash;
+    }
   }
 }
 
