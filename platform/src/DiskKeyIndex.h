@@ -6,7 +6,7 @@
 // identifier, in list order. A slot holds a hash and the disk's position;
 // the keys themselves are never copied: a candidate is confirmed against the
 // disk's identifier in the snapshot's own records. So building the index
-// allocates one array and touches each disk's identifier once.
+// allocates one array and reads the identifiers in one pass.
 //
 // First disk wins: entries are never removed and are inserted in list order,
 // so of the entries with one key, the earlier one always stands earlier on
