@@ -34,7 +34,7 @@ inline constexpr std::size_t kTextSlack = 64;
 struct FileRead {
   FileStamp stamp;
   std::string error;  // set when the file could not be read
-  std::string text;  // followed by at least kTextSlack bytes of spare capacity
+  std::string text;   // followed by at least kTextSlack bytes of spare capacity
 };
 
 // The stamp of `path` as open() and fstat() see it, and, unless the stamp

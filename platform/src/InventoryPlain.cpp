@@ -30,8 +30,9 @@ using Names = std::array<std::string_view, N>;
 
 constexpr Names<1> kDocumentNames = {"nas"};
 constexpr Names<3> kNasNames = {"name", "disks", "groups"};
-constexpr Names<11> kDiskNames = {"id",       "status", "isFree", "isSpare", "isSsd", "interfaceType",
-                                  "firmwareVersion", "capacity", "rpm", "health", "identity"};
+constexpr Names<11> kDiskNames = {"id",    "status",        "isFree",          "isSpare",
+                                  "isSsd", "interfaceType", "firmwareVersion", "capacity",
+                                  "rpm",   "health",        "identity"};
 constexpr Names<2> kHealthNames = {"status", "message"};
 constexpr Names<3> kIdentityNames = {"product", "model", "serial"};
 constexpr Names<2> kGroupNames = {"dataDisks", "spareDisks"};
@@ -126,8 +127,14 @@ bool ReadHealth(od::value& value, zeda::orvi::OrviDiskHealth& health) {
 bool ReadIdentity(od::value& value, zeda::orvi::OrviDiskIdentity& identity) {
   std::uint32_t seen = 0;
   return ForEachMember(value, kIdentityNames, seen, [&](std::size_t member, od::value& item) {
-    std::string* const fields[] = {&identity.product, &identity.model, &identity.serial};
-    return ReadText(item, *fields[member]);
+    switch (member) {
+      case 0:
+        return ReadText(item, identity.product);
+      case 1:
+        return ReadText(item, identity.model);
+      default:
+        return ReadText(item, identity.serial);
+    }
   });
 }
 
@@ -135,32 +142,33 @@ bool ReadDisk(od::value& value, DiskRecord& record) {
   zeda::orvi::OrviDisk& disk = record.disk;
   disk.status = zeda::orvi::Ok;  // when the member is left out
   std::uint32_t seen = 0;
-  const bool read = ForEachMember(value, kDiskNames, seen, [&](std::size_t member, od::value& item) {
-    switch (member) {
-      case 0:
-        return ReadText(item, disk.id);
-      case 1:
-        return ReadStatus(item, disk.status);
-      case 2:
-        return ReadBool(item, disk.isFree);
-      case 3:
-        return ReadBool(item, disk.isSpare);
-      case 4:
-        return ReadBool(item, disk.isSsd);
-      case 5:
-        return ReadText(item, disk.interfaceType);
-      case 6:
-        return ReadText(item, disk.firmwareVersion);
-      case 7:
-        return ReadUnsigned(item, kMax64, disk.capacity);
-      case 8:
-        return ReadUnsigned(item, kMax32, disk.rpm);
-      case 9:
-        return ReadHealth(item, record.health);
-      default:
-        return ReadIdentity(item, record.identity);
-    }
-  });
+  const bool read =
+      ForEachMember(value, kDiskNames, seen, [&](std::size_t member, od::value& item) {
+        switch (member) {
+          case 0:
+            return ReadText(item, disk.id);
+          case 1:
+            return ReadStatus(item, disk.status);
+          case 2:
+            return ReadBool(item, disk.isFree);
+          case 3:
+            return ReadBool(item, disk.isSpare);
+          case 4:
+            return ReadBool(item, disk.isSsd);
+          case 5:
+            return ReadText(item, disk.interfaceType);
+          case 6:
+            return ReadText(item, disk.firmwareVersion);
+          case 7:
+            return ReadUnsigned(item, kMax64, disk.capacity);
+          case 8:
+            return ReadUnsigned(item, kMax32, disk.rpm);
+          case 9:
+            return ReadHealth(item, record.health);
+          default:
+            return ReadIdentity(item, record.identity);
+        }
+      });
   return read && (seen & 1U) != 0;  // the identifier is required
 }
 

@@ -268,9 +268,8 @@ class InventoryWalker {
     if (!value) return;
     ExpectArray(*value, place);
     ids.reserve(Json::Size(*value));
-    Json::ForEachElement(*value, [&](const Value& id) {
-      ids.emplace_back(TextAt(id, place.Element(ids.size())));
-    });
+    Json::ForEachElement(
+        *value, [&](const Value& id) { ids.emplace_back(TextAt(id, place.Element(ids.size()))); });
   }
 
   static void Group(const Value& value, const Place& place, zeda::orvi::OrviDiskGroup& group) {
