@@ -19,4 +19,12 @@ std::vector<LoggedLine> LogCapture::lines() const {
   return lines_;
 }
 
+std::vector<LoggedLine> FrameworkLines(const LogCapture& capture) {
+  std::vector<LoggedLine> lines;
+  for (const LoggedLine& line : capture.lines()) {
+    if (line.file == "pelka_provider") lines.push_back(line);
+  }
+  return lines;
+}
+
 }  // namespace zeda::test

@@ -36,6 +36,9 @@ class LogCapture : public google::LogSink {
   std::vector<LoggedLine> lines_;
 };
 
+// The captured lines the framework wrote (attributed to pelka_provider).
+std::vector<LoggedLine> FrameworkLines(const LogCapture& capture);
+
 }  // namespace zeda::test
 
 #endif

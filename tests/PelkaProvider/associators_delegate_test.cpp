@@ -55,14 +55,6 @@ class RecordingHandler : public AssociatorsDelegate::ClassHandler {
   CmpiStatus answer_;
 };
 
-std::vector<LoggedLine> FrameworkLines(const LogCapture& capture) {
-  std::vector<LoggedLine> lines;
-  for (const LoggedLine& line : capture.lines()) {
-    if (line.file == "pelka_provider") lines.push_back(line);
-  }
-  return lines;
-}
-
 class Associators : public ::testing::Test {
  protected:
   Associators()

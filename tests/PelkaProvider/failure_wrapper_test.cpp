@@ -21,14 +21,6 @@ namespace zeda::test {
 using namespace zeda::pelka;  // the framework under test
 namespace {
 
-std::vector<LoggedLine> FrameworkLines(const LogCapture& capture) {
-  std::vector<LoggedLine> lines;
-  for (const LoggedLine& line : capture.lines()) {
-    if (line.file == "pelka_provider") lines.push_back(line);
-  }
-  return lines;
-}
-
 class FailureWrapper : public ::testing::Test {
  protected:
   CmpiStatus getInstanceThat(const Script& script) {

@@ -14,11 +14,6 @@ namespace zeda::test {
 
 namespace {
 
-std::vector<std::string> withModule(std::vector<std::string> args) {
-  args.insert(args.begin(), {"--module", testProvider()});
-  return args;
-}
-
 // The first `n` lines of text.
 std::string head(const std::string& text, int n) {
   std::size_t end = 0;

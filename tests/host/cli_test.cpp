@@ -14,11 +14,6 @@ using nlohmann::json;
 
 namespace {
 
-std::vector<std::string> withModule(std::vector<std::string> args) {
-  args.insert(args.begin(), {"--module", testProvider()});
-  return args;
-}
-
 int lines(const std::string& s) { return static_cast<int>(std::count(s.begin(), s.end(), '\n')); }
 
 TEST(ZedaCim, JsonEnumerateInstancesIsTheExactDocument) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "CmpiText.h"
 #include "Names.h"
@@ -18,6 +19,12 @@ inline const char* kTestProvider = "ZEDA_HostTestProvider";
 inline zeda::host::ObjectPath testPath(const std::string& id) {
   return zeda::host::ObjectPath(kNamespace, kTestClass,
                                 {{"InstanceID", zeda::host::Value::string(id)}});
+}
+
+// zeda-cim's arguments `args` with the test provider as its module.
+inline std::vector<std::string> withModule(std::vector<std::string> args) {
+  args.insert(args.begin(), {"--module", testProvider()});
+  return args;
 }
 
 }  // namespace zeda::test

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Fixtures.h"
+#include "InventoryRefusal.h"
 #include "inventory/Library.h"
 #include "platform/Inventory.h"
 
@@ -20,27 +21,6 @@ using namespace zeda::pelka;
 using namespace zeda::pelka::platform;
 
 using ::testing::StartsWith;
-
-const char kFile[] = "/etc/pelka/inventory.json";
-
-// The message ParseInventory refuses `text` with ("" when it is accepted).
-// Anything but a std::runtime_error escapes and fails the test.
-std::string Refusal(const std::string& text) {
-  try {
-    ParseInventory(text, kFile);
-  } catch (const std::runtime_error& error) {
-    return error.what();
-  }
-  return "";
-}
-
-std::string Expected(const std::string& placeAndProblem) {
-  return std::string("Bad inventory file ") + kFile + ": " + placeAndProblem;
-}
-
-std::string WithThirdDisk(const std::string& disk) {
-  return R"({"nas": [{"name": "nas1", "disks": [{"id": "0:1"}, {"id": "0:2"}, )" + disk + "]}]}";
-}
 
 TEST(HostileInventory, NumbersBeyondDoubleRangeNameTheirPlace) {
   EXPECT_EQ(Refusal(WithThirdDisk(R"({"id": "0:3", "capacity": 1e400})")),

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "InventoryRefusal.h"
 #include "TempDir.h"
 #include "inventory/Library.h"
 #include "platform/Inventory.h"
@@ -18,27 +19,6 @@ using namespace zeda::pelka::platform;
 
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
-
-const char kFile[] = "/etc/pelka/inventory.json";
-
-// The message ParseInventory refuses `text` with ("" when it is accepted).
-std::string Refusal(const std::string& text) {
-  try {
-    ParseInventory(text, kFile);
-  } catch (const std::runtime_error& error) {
-    return error.what();
-  }
-  return "";
-}
-
-std::string Expected(const std::string& placeAndProblem) {
-  return std::string("Bad inventory file ") + kFile + ": " + placeAndProblem;
-}
-
-// A NAS whose third disk is `disk`.
-std::string WithThirdDisk(const std::string& disk) {
-  return R"({"nas": [{"name": "nas1", "disks": [{"id": "0:1"}, {"id": "0:2"}, )" + disk + "]}]}";
-}
 
 TEST(InventoryFormat, FullRecordIsRead) {
   const Inventory inventory = ParseInventory(R"({"nas": [{"name": "nas1",

@@ -11,6 +11,7 @@
 #include <thread>
 #include <vector>
 
+#include "InventoryRefusal.h"
 #include "TempDir.h"
 #include "inventory/Library.h"
 #include "platform/Inventory.h"
@@ -26,16 +27,6 @@ std::vector<std::string> Names(const std::list<Nas>& list) {
   std::vector<std::string> names;
   for (const Nas& nas : list) names.push_back(nas.name);
   return names;
-}
-
-template <typename Call>
-std::string Thrown(Call call) {
-  try {
-    call();
-  } catch (const std::runtime_error& error) {
-    return error.what();
-  }
-  return "(nothing thrown)";
 }
 
 // An inventory whose NAS devices are `names`, each with one disk "1".

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "InventoryBuilders.h"
+#include "InventoryRefusal.h"
 #include "TempDir.h"
 #include "inventory/Library.h"
 #include "platform/Inventory.h"
@@ -15,17 +16,6 @@ namespace zeda::test {
 namespace {
 
 using namespace zeda::pelka;
-
-// The message of what `call` throws as std::runtime_error.
-template <typename Call>
-std::string Thrown(Call call) {
-  try {
-    call();
-  } catch (const std::runtime_error& error) {
-    return error.what();
-  }
-  return "(nothing thrown)";
-}
 
 class InMemory : public ::testing::Test {
  protected:

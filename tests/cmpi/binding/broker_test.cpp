@@ -4,6 +4,7 @@
 #include "CmpiCpp.h"
 #include "FakeBroker.h"
 #include "Names.h"
+#include "ThrownStatus.h"
 
 namespace zeda::test {
 namespace {
@@ -15,16 +16,6 @@ class BrokerTest : public ::testing::Test {
   CmpiBroker broker{mb.enc()};
   CmpiContext ctx{&mb.context()->enc};
 };
-
-template <class F>
-CmpiStatus thrownBy(F call) {
-  try {
-    call();
-  } catch (const CmpiStatus& s) {
-    return s;
-  }
-  return CmpiStatus();
-}
 
 }  // namespace
 

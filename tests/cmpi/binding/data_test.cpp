@@ -6,6 +6,7 @@
 #include "CmpiCpp.h"
 #include "FakeBroker.h"
 #include "Names.h"
+#include "ThrownStatus.h"
 
 namespace zeda::test {
 namespace {
@@ -15,19 +16,6 @@ class DataTest : public ::testing::Test {
   fake::Broker mb;
   CmpiBrokerScope scope{mb.enc()};
 };
-
-// Runs `convert` and returns the status it throws (OK if it throws none).
-template <class F>
-CmpiStatus thrownBy(F convert) {
-  try {
-    convert();
-  } catch (const CmpiStatus& s) {
-    return s;
-  }
-  return CmpiStatus();
-}
-
-std::string messageOf(const CmpiStatus& s) { return s.hasMessage() ? s.msg() : ""; }
 
 }  // namespace
 

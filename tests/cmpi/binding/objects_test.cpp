@@ -5,6 +5,7 @@
 #include "CmpiCpp.h"
 #include "FakeBroker.h"
 #include "Names.h"
+#include "ThrownStatus.h"
 
 namespace zeda::test {
 namespace {
@@ -14,18 +15,6 @@ class ObjectsTest : public ::testing::Test {
   fake::Broker mb;
   CmpiBrokerScope scope{mb.enc()};
 };
-
-template <class F>
-CmpiStatus thrownBy(F call) {
-  try {
-    call();
-  } catch (const CmpiStatus& s) {
-    return s;
-  }
-  return CmpiStatus();
-}
-
-std::string messageOf(const CmpiStatus& s) { return s.hasMessage() ? s.msg() : ""; }
 
 }  // namespace
 

@@ -7,19 +7,21 @@
 namespace zeda::test {
 namespace {
 
-constexpr char kClass[] = "ZEDA_MediaPresent";
+constexpr char kMediaPresent[] = "ZEDA_MediaPresent";
 
 class MediaPresentTest : public ::testing::Test {
  protected:
   zeda::host::Host& host = ModuleHost();
-  const std::string provider = Provider(kClass);
+  const std::string provider = Provider(kMediaPresent);
   ScopedTrace trace;
 
   Outcome FromExtent(const ObjectPath& extent) {
-    return host.associators(provider, extent, kClass, std::nullopt, std::nullopt, std::nullopt);
+    return host.associators(provider, extent, kMediaPresent, std::nullopt, std::nullopt,
+                            std::nullopt);
   }
   Outcome FromDrive(const ObjectPath& drive) {
-    return host.associators(provider, drive, kClass, std::nullopt, std::nullopt, std::nullopt);
+    return host.associators(provider, drive, kMediaPresent, std::nullopt, std::nullopt,
+                            std::nullopt);
   }
 };
 
@@ -48,13 +50,14 @@ nlohmann::json With(nlohmann::json disk, const std::string& member, nlohmann::js
 TEST_F(MediaPresentTest, EnumeratesDriveThenExtentOfEveryDisk) {
   ScopedInventory inventory(InventoryJson({NasJson("nas1", {DiskJson("0:3"), DiskJson("7")}),
                                            NasJson("empty"), NasJson("nas2", {DiskJson("a1")})}));
-  ExpectInstances(host.enumerateInstances(provider, ClassPath(kClass)),
-                  {Association(kClass, "Antecedent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK0:3"),
-                               "Dependent", ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:3")),
-                   Association(kClass, "Antecedent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK7"),
-                               "Dependent", ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent7")),
-                   Association(kClass, "Antecedent", DrivePath("ZEDA:nas2", "ZEDA:nas2:DISKa1"),
-                               "Dependent", ExtentPath("ZEDA:nas2", "ZEDA:nas2:DiskExtenta1"))});
+  ExpectInstances(
+      host.enumerateInstances(provider, ClassPath(kMediaPresent)),
+      {Association(kMediaPresent, "Antecedent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK0:3"),
+                   "Dependent", ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:3")),
+       Association(kMediaPresent, "Antecedent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK7"),
+                   "Dependent", ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent7")),
+       Association(kMediaPresent, "Antecedent", DrivePath("ZEDA:nas2", "ZEDA:nas2:DISKa1"),
+                   "Dependent", ExtentPath("ZEDA:nas2", "ZEDA:nas2:DiskExtenta1"))});
   // The inventory walk alone: no health query, no NAS lookup by name.
   EXPECT_EQ(trace.calls(),
             (std::vector<TraceCall>{Call("-", "GetNasList"), Call("nas1", "GetOrvi"),
@@ -65,7 +68,7 @@ TEST_F(MediaPresentTest, EnumeratesDriveThenExtentOfEveryDisk) {
 
 TEST_F(MediaPresentTest, EmptyNasListAnswersNothingButDone) {
   ScopedInventory inventory(InventoryJson({}));
-  ExpectInstances(host.enumerateInstances(provider, ClassPath(kClass)), {});
+  ExpectInstances(host.enumerateInstances(provider, ClassPath(kMediaPresent)), {});
 }
 
 TEST_F(MediaPresentTest, ExtentSourceAnswersItsDrive) {
@@ -253,7 +256,7 @@ TEST_F(MediaPresentTest, ReferencesFromAnyDriveNamesThePlaceholderExtent) {
   const ObjectPath drive = DrivePath("ZEDA:nowhere", "invented");
   const Outcome outcome = host.references(provider, drive, "CIM_MediaPresent", "Antecedent",
                                           std::vector<std::string>{"DeviceID"});
-  ExpectInstances(outcome, {Association(kClass, "Antecedent", drive, "Dependent",
+  ExpectInstances(outcome, {Association(kMediaPresent, "Antecedent", drive, "Dependent",
                                         PlaceholderDevicePath("ZEDA_StorageExtent_Disk"))});
   EXPECT_EQ(outcome.instances().at(0).property("Dependent").ref().key("DeviceID").str(),
             "ZEDA_DeviceID");
@@ -262,10 +265,10 @@ TEST_F(MediaPresentTest, ReferencesFromAnyDriveNamesThePlaceholderExtent) {
 
 TEST_F(MediaPresentTest, ReferencesFromAnExtentNamesThePlaceholderDrive) {
   const ObjectPath extent = ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent3", kOtherNamespace);
-  ExpectInstances(
-      host.references(provider, extent, std::nullopt, std::nullopt),
-      {Association(kClass, "Antecedent", PlaceholderDevicePath("ZEDA_DiskDrive", kOtherNamespace),
-                   "Dependent", extent, kOtherNamespace)});
+  ExpectInstances(host.references(provider, extent, std::nullopt, std::nullopt),
+                  {Association(kMediaPresent, "Antecedent",
+                               PlaceholderDevicePath("ZEDA_DiskDrive", kOtherNamespace),
+                               "Dependent", extent, kOtherNamespace)});
 }
 
 TEST_F(MediaPresentTest, GetInstanceIsNotSupported) {

@@ -7,16 +7,16 @@
 namespace zeda::test {
 namespace {
 
-constexpr char kClass[] = "ZEDA_Realizes_Disk";
+constexpr char kRealizes[] = "ZEDA_Realizes_Disk";
 
 class RealizesDiskTest : public ::testing::Test {
  protected:
   zeda::host::Host& host = ModuleHost();
-  const std::string provider = Provider(kClass);
+  const std::string provider = Provider(kRealizes);
   ScopedTrace trace;
 
   Outcome From(const ObjectPath& source) {
-    return host.associators(provider, source, kClass, std::nullopt, std::nullopt, std::nullopt);
+    return host.associators(provider, source, kRealizes, std::nullopt, std::nullopt, std::nullopt);
   }
 };
 
@@ -41,14 +41,14 @@ TEST_F(RealizesDiskTest, EnumeratesPackageThenDriveOfEveryDisk) {
   ScopedInventory inventory(
       InventoryJson({NasJson("empty"), NasJson("nas1", {DiskJson("0:3"), DiskJson("7")}),
                      NasJson("nas2", {DiskJson("0:10")})}));
-  ExpectInstances(host.enumerateInstances(provider, ClassPath(kClass)),
-                  {Association(kClass, "Antecedent",
+  ExpectInstances(host.enumerateInstances(provider, ClassPath(kRealizes)),
+                  {Association(kRealizes, "Antecedent",
                                PackagePath("ZEDA_PhysicalPackage_Disk", "ZEDA:nas1:DISK0:3"),
                                "Dependent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK0:3")),
-                   Association(kClass, "Antecedent",
+                   Association(kRealizes, "Antecedent",
                                PackagePath("ZEDA_PhysicalPackage_Disk", "ZEDA:nas1:DISK7"),
                                "Dependent", DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK7")),
-                   Association(kClass, "Antecedent",
+                   Association(kRealizes, "Antecedent",
                                PackagePath("ZEDA_PhysicalPackage_Disk", "ZEDA:nas2:DISK0:10"),
                                "Dependent", DrivePath("ZEDA:nas2", "ZEDA:nas2:DISK0:10"))});
   // The inventory walk alone: no identity query.
@@ -61,7 +61,7 @@ TEST_F(RealizesDiskTest, EnumeratesPackageThenDriveOfEveryDisk) {
 
 TEST_F(RealizesDiskTest, EmptyNasListAnswersNothingButDone) {
   ScopedInventory inventory(InventoryJson({}));
-  ExpectInstances(host.enumerateInstances(provider, ClassPath(kClass)), {});
+  ExpectInstances(host.enumerateInstances(provider, ClassPath(kRealizes)), {});
 }
 
 TEST_F(RealizesDiskTest, DriveSourceAnswersItsPackage) {
@@ -190,7 +190,7 @@ TEST_F(RealizesDiskTest, ReferencesFromADriveNamesThePlaceholderPackage) {
   ExpectInstances(
       host.references(provider, drive, "CIM_Realizes", "Dependent",
                       std::vector<std::string>{"Tag"}),
-      {Association(kClass, "Antecedent", PackagePath("ZEDA_CreationClassName", "ZEDA_Tag"),
+      {Association(kRealizes, "Antecedent", PackagePath("ZEDA_CreationClassName", "ZEDA_Tag"),
                    "Dependent", drive)});
   EXPECT_TRUE(trace.calls().empty());
 }
@@ -198,7 +198,7 @@ TEST_F(RealizesDiskTest, ReferencesFromADriveNamesThePlaceholderPackage) {
 TEST_F(RealizesDiskTest, ReferencesFromAPackageNamesThePlaceholderDrive) {
   const ObjectPath package = PackagePath("ZEDA_PhysicalPackage_Disk", "ZEDA:nas1:DISK7");
   const Outcome outcome = host.references(provider, package, std::nullopt, std::nullopt);
-  ExpectInstances(outcome, {Association(kClass, "Antecedent", package, "Dependent",
+  ExpectInstances(outcome, {Association(kRealizes, "Antecedent", package, "Dependent",
                                         PlaceholderDevicePath("ZEDA_DiskDrive"))});
   EXPECT_EQ(outcome.instances().at(0).property("Dependent").ref().key("DeviceID").str(),
             "ZEDA_DeviceID");

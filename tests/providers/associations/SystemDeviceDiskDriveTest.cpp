@@ -7,23 +7,23 @@
 namespace zeda::test {
 namespace {
 
-constexpr char kClass[] = "ZEDA_SystemDevice_DiskDrive";
+constexpr char kSystemDrive[] = "ZEDA_SystemDevice_DiskDrive";
 
 class SystemDeviceDiskDriveTest : public ::testing::Test {
  protected:
   zeda::host::Host& host = ModuleHost();
-  const std::string provider = Provider(kClass);
+  const std::string provider = Provider(kSystemDrive);
   ScopedTrace trace;
 };
 
-Instance Expected(const std::string& systemName, const std::string& deviceId) {
-  return Association(kClass, "GroupComponent", SystemPath(systemName), "PartComponent",
+Instance ExpectedDriveLink(const std::string& systemName, const std::string& deviceId) {
+  return Association(kSystemDrive, "GroupComponent", SystemPath(systemName), "PartComponent",
                      DrivePath(systemName, deviceId));
 }
 
 TEST_F(SystemDeviceDiskDriveTest, EmptyNasListAnswersNothingButDone) {
   ScopedInventory inventory(InventoryJson({}));
-  ExpectInstances(host.enumerateInstances(provider, ClassPath(kClass)), {});
+  ExpectInstances(host.enumerateInstances(provider, ClassPath(kSystemDrive)), {});
   EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{Call("-", "GetNasList")}));
 }
 
@@ -31,10 +31,10 @@ TEST_F(SystemDeviceDiskDriveTest, EnumeratesEveryDiskOfEveryNasSkippingNasWithou
   ScopedInventory inventory(
       InventoryJson({NasJson("nasA"), NasJson("nasB", {DiskJson("0:1"), DiskJson("0:10")}),
                      NasJson("nasC", {DiskJson("7")})}));
-  ExpectInstances(
-      host.enumerateInstances(provider, ClassPath(kClass)),
-      {Expected("ZEDA:nasB", "ZEDA:nasB:DISK0:1"), Expected("ZEDA:nasB", "ZEDA:nasB:DISK0:10"),
-       Expected("ZEDA:nasC", "ZEDA:nasC:DISK7")});
+  ExpectInstances(host.enumerateInstances(provider, ClassPath(kSystemDrive)),
+                  {ExpectedDriveLink("ZEDA:nasB", "ZEDA:nasB:DISK0:1"),
+                   ExpectedDriveLink("ZEDA:nasB", "ZEDA:nasB:DISK0:10"),
+                   ExpectedDriveLink("ZEDA:nasC", "ZEDA:nasC:DISK7")});
   EXPECT_EQ(trace.calls(),
             (std::vector<TraceCall>{Call("-", "GetNasList"), Call("nasA", "GetOrvi"),
                                     Call("nasA", "GetDiskList"), Call("nasB", "GetOrvi"),
@@ -44,8 +44,9 @@ TEST_F(SystemDeviceDiskDriveTest, EnumeratesEveryDiskOfEveryNasSkippingNasWithou
 
 TEST_F(SystemDeviceDiskDriveTest, EnumerationCarriesTheRequestNamespace) {
   ScopedInventory inventory(InventoryJson({NasJson("nas1", {DiskJson("3")})}));
-  const Outcome outcome = host.enumerateInstances(provider, ClassPath(kClass, kOtherNamespace));
-  ExpectInstances(outcome, {Association(kClass, "GroupComponent",
+  const Outcome outcome =
+      host.enumerateInstances(provider, ClassPath(kSystemDrive, kOtherNamespace));
+  ExpectInstances(outcome, {Association(kSystemDrive, "GroupComponent",
                                         SystemPath("ZEDA:nas1", kOtherNamespace), "PartComponent",
                                         DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK3", kOtherNamespace),
                                         kOtherNamespace)});
@@ -54,10 +55,10 @@ TEST_F(SystemDeviceDiskDriveTest, EnumerationCarriesTheRequestNamespace) {
 TEST_F(SystemDeviceDiskDriveTest, AssociatorsFromDriveToComputerSystemAnswersNoObjectButDone) {
   ScopedInventory inventory(InventoryJson({NasJson("nas1", {DiskJson("3")})}));
   const ObjectPath drive = DrivePath("ZEDA:nas1", "ZEDA:nas1:DISK3");
-  ExpectEmpty(
-      host.associators(provider, drive, kClass, "CIM_ComputerSystem", std::nullopt, std::nullopt),
-      true);
-  ExpectEmpty(host.associators(provider, drive, kClass, "CIM_ComputerSystem", std::nullopt,
+  ExpectEmpty(host.associators(provider, drive, kSystemDrive, "CIM_ComputerSystem", std::nullopt,
+                               std::nullopt),
+              true);
+  ExpectEmpty(host.associators(provider, drive, kSystemDrive, "CIM_ComputerSystem", std::nullopt,
                                std::nullopt, std::vector<std::string>{"Name"}),
               true);
   EXPECT_TRUE(trace.calls().empty());
@@ -68,13 +69,14 @@ TEST_F(SystemDeviceDiskDriveTest, AssociatorsFromDriveWithOtherResultClassAnswer
   for (const auto& resultClass : std::vector<zeda::host::OptString>{
            std::nullopt, std::string("ZEDA_ComputerSystem"), std::string("cim_computersystem"),
            std::string("CIM_DiskDrive")}) {
-    ExpectEmpty(host.associators(provider, drive, kClass, resultClass, std::nullopt, std::nullopt),
-                false);
+    ExpectEmpty(
+        host.associators(provider, drive, kSystemDrive, resultClass, std::nullopt, std::nullopt),
+        false);
   }
 }
 
 TEST_F(SystemDeviceDiskDriveTest, AssociatorsFromComputerSystemAnswersThePlaceholderDrive) {
-  const Outcome outcome = host.associators(provider, SystemPath("ZEDA:nas1"), kClass,
+  const Outcome outcome = host.associators(provider, SystemPath("ZEDA:nas1"), kSystemDrive,
                                            "CIM_DiskDrive", "GroupComponent", "PartComponent");
   ExpectInstances(outcome, {PlaceholderDrive("ZEDA_DiskDrive", "Name")});
   EXPECT_EQ(outcome.instances().at(0).property("DeviceID").str(), "ZEDA_DeviceID");
@@ -82,18 +84,18 @@ TEST_F(SystemDeviceDiskDriveTest, AssociatorsFromComputerSystemAnswersThePlaceho
 }
 
 TEST_F(SystemDeviceDiskDriveTest, PlaceholderDriveIgnoresThePropertyList) {
-  ExpectInstances(
-      host.associators(provider, SystemPath("anything", kOtherNamespace), kClass, "CIM_DiskDrive",
-                       std::nullopt, std::nullopt, std::vector<std::string>{"DeviceID"}),
-      {PlaceholderDrive("ZEDA_DiskDrive", "Name", kOtherNamespace)});
+  ExpectInstances(host.associators(provider, SystemPath("anything", kOtherNamespace), kSystemDrive,
+                                   "CIM_DiskDrive", std::nullopt, std::nullopt,
+                                   std::vector<std::string>{"DeviceID"}),
+                  {PlaceholderDrive("ZEDA_DiskDrive", "Name", kOtherNamespace)});
 }
 
 TEST_F(SystemDeviceDiskDriveTest,
        AssociatorsFromComputerSystemWithConcreteDriveClassAnswersNothing) {
-  ExpectEmpty(host.associators(provider, SystemPath("ZEDA:nas1"), kClass, "ZEDA_DiskDrive",
+  ExpectEmpty(host.associators(provider, SystemPath("ZEDA:nas1"), kSystemDrive, "ZEDA_DiskDrive",
                                std::nullopt, std::nullopt),
               false);
-  ExpectEmpty(host.associators(provider, SystemPath("ZEDA:nas1"), kClass, std::nullopt,
+  ExpectEmpty(host.associators(provider, SystemPath("ZEDA:nas1"), kSystemDrive, std::nullopt,
                                std::nullopt, std::nullopt),
               false);
 }
@@ -121,9 +123,9 @@ TEST_F(SystemDeviceDiskDriveTest, AssociationClassIsCheckedBeforeTheSourceClass)
 TEST_F(SystemDeviceDiskDriveTest, ParentClassSourceIsUnknownClassName) {
   const ObjectPath parent = DevicePath("CIM_DiskDrive", "ZEDA_ComputerSystem", "ZEDA:nas1",
                                        "ZEDA_DiskDrive", "ZEDA:nas1:DISK3");
-  ExpectFailure(
-      host.associators(provider, parent, kClass, "CIM_ComputerSystem", std::nullopt, std::nullopt),
-      200, "Unknown class name: CIM_DiskDrive");
+  ExpectFailure(host.associators(provider, parent, kSystemDrive, "CIM_ComputerSystem", std::nullopt,
+                                 std::nullopt),
+                200, "Unknown class name: CIM_DiskDrive");
   EXPECT_TRUE(HasErrorLogLine(kAssociatorsLine,
                               "ZEDA_SystemDevice_DiskDrive: Unknown class name: CIM_DiskDrive"));
   ExpectFailure(host.references(provider, parent, std::nullopt, std::nullopt), CMPI_RC_ERROR,
@@ -138,7 +140,7 @@ TEST_F(SystemDeviceDiskDriveTest, ReferencesFromAnyDriveNamesThePlaceholderSyste
   for (const ObjectPath& drive : {real, invented}) {
     const Outcome outcome = host.references(provider, drive, "CIM_Component", "Bogus",
                                             std::vector<std::string>{"Caption"});
-    ExpectInstances(outcome, {Association(kClass, "GroupComponent", SystemPath("ZEDAName"),
+    ExpectInstances(outcome, {Association(kSystemDrive, "GroupComponent", SystemPath("ZEDAName"),
                                           "PartComponent", drive)});
   }
   EXPECT_TRUE(trace.calls().empty());
@@ -148,7 +150,7 @@ TEST_F(SystemDeviceDiskDriveTest, ReferencesFromComputerSystemNamesThePlaceholde
   const ObjectPath system = SystemPath("ZEDA:nas1", kOtherNamespace);
   ExpectInstances(
       host.references(provider, system, std::nullopt, std::nullopt),
-      {Association(kClass, "GroupComponent", system, "PartComponent",
+      {Association(kSystemDrive, "GroupComponent", system, "PartComponent",
                    PlaceholderDevicePath("ZEDA_DiskDrive", kOtherNamespace), kOtherNamespace)});
 }
 
@@ -157,7 +159,7 @@ TEST_F(SystemDeviceDiskDriveTest, OperationsItDoesNotServeAnswerNotSupported) {
   const Outcome get = host.getInstance(provider, drive);
   EXPECT_EQ(get.code(), CMPI_RC_ERR_NOT_SUPPORTED);
   EXPECT_TRUE(get.results.empty());
-  EXPECT_EQ(host.associatorNames(provider, drive, kClass, "CIM_ComputerSystem", std::nullopt,
+  EXPECT_EQ(host.associatorNames(provider, drive, kSystemDrive, "CIM_ComputerSystem", std::nullopt,
                                  std::nullopt)
                 .code(),
             7);

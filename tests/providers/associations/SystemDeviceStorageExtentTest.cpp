@@ -9,17 +9,17 @@
 namespace zeda::test {
 namespace {
 
-constexpr char kClass[] = "ZEDA_SystemDevice_StorageExtent_Disk";
+constexpr char kSystemExtent[] = "ZEDA_SystemDevice_StorageExtent_Disk";
 
 class SystemDeviceStorageExtentTest : public ::testing::Test {
  protected:
   zeda::host::Host& host = ModuleHost();
-  const std::string provider = Provider(kClass);
+  const std::string provider = Provider(kSystemExtent);
   ScopedTrace trace;
 };
 
-Instance Expected(const std::string& systemName, const std::string& deviceId) {
-  return Association(kClass, "GroupComponent", SystemPath(systemName), "PartComponent",
+Instance ExpectedExtentLink(const std::string& systemName, const std::string& deviceId) {
+  return Association(kSystemExtent, "GroupComponent", SystemPath(systemName), "PartComponent",
                      ExtentPath(systemName, deviceId));
 }
 
@@ -43,17 +43,17 @@ Instance SystemWithout(const std::vector<std::string>& dropped) {
 
 TEST_F(SystemDeviceStorageExtentTest, EmptyNasListAnswersNothingButDone) {
   ScopedInventory inventory(InventoryJson({}));
-  ExpectInstances(host.enumerateInstances(provider, ClassPath(kClass)), {});
+  ExpectInstances(host.enumerateInstances(provider, ClassPath(kSystemExtent)), {});
   EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{Call("-", "GetNasList")}));
 }
 
 TEST_F(SystemDeviceStorageExtentTest, NasWithoutDisksYieldsNoInstance) {
   ScopedInventory inventory(InventoryJson({NasJson("nasA", {DiskJson("0:3")}), NasJson("empty"),
                                            NasJson("nasB", {DiskJson("a1"), DiskJson("0:10")})}));
-  ExpectInstances(host.enumerateInstances(provider, ClassPath(kClass)),
-                  {Expected("ZEDA:nasA", "ZEDA:nasA:DiskExtent0:3"),
-                   Expected("ZEDA:nasB", "ZEDA:nasB:DiskExtenta1"),
-                   Expected("ZEDA:nasB", "ZEDA:nasB:DiskExtent0:10")});
+  ExpectInstances(host.enumerateInstances(provider, ClassPath(kSystemExtent)),
+                  {ExpectedExtentLink("ZEDA:nasA", "ZEDA:nasA:DiskExtent0:3"),
+                   ExpectedExtentLink("ZEDA:nasB", "ZEDA:nasB:DiskExtenta1"),
+                   ExpectedExtentLink("ZEDA:nasB", "ZEDA:nasB:DiskExtent0:10")});
   EXPECT_EQ(trace.calls(),
             (std::vector<TraceCall>{Call("-", "GetNasList"), Call("nasA", "GetOrvi"),
                                     Call("nasA", "GetDiskList"), Call("empty", "GetOrvi"),
@@ -63,7 +63,7 @@ TEST_F(SystemDeviceStorageExtentTest, NasWithoutDisksYieldsNoInstance) {
 
 TEST_F(SystemDeviceStorageExtentTest, AssociatorsFromExtentWithStoragePoolAnswersTheSystem) {
   const Outcome outcome =
-      host.associators(provider, ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:3"), kClass,
+      host.associators(provider, ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:3"), kSystemExtent,
                        "CIM_StoragePool", std::nullopt, std::nullopt);
   ExpectInstances(outcome, {PlaceholderSystem()});
   EXPECT_EQ(outcome.instances().at(0).property("Name").str(), "ZEDAName");
@@ -75,13 +75,14 @@ TEST_F(SystemDeviceStorageExtentTest, AssociatorsFromExtentWithComputerSystemAns
   for (const auto& resultClass : std::vector<zeda::host::OptString>{
            std::string("CIM_ComputerSystem"), std::string("ZEDA_ComputerSystem"),
            std::string("cim_storagepool"), std::nullopt}) {
-    ExpectEmpty(host.associators(provider, extent, kClass, resultClass, std::nullopt, std::nullopt),
-                false);
+    ExpectEmpty(
+        host.associators(provider, extent, kSystemExtent, resultClass, std::nullopt, std::nullopt),
+        false);
   }
 }
 
 TEST_F(SystemDeviceStorageExtentTest, AssociatorsFromSystemAnswersThePlaceholderExtent) {
-  const Outcome outcome = host.associators(provider, SystemPath("ZEDA:nas1"), kClass,
+  const Outcome outcome = host.associators(provider, SystemPath("ZEDA:nas1"), kSystemExtent,
                                            "CIM_StorageExtent", std::nullopt, std::nullopt);
   ExpectInstances(outcome, {PlaceholderExtent()});
   const Instance extent = outcome.instances().at(0);
@@ -93,7 +94,7 @@ TEST_F(SystemDeviceStorageExtentTest, AssociatorsFromSystemAnswersThePlaceholder
 TEST_F(SystemDeviceStorageExtentTest, AssociatorsFromSystemWithOtherResultClassAnswersNothing) {
   for (const auto& resultClass : std::vector<zeda::host::OptString>{
            std::string("ZEDA_StorageExtent_Disk"), std::string("CIM_StoragePool"), std::nullopt}) {
-    ExpectEmpty(host.associators(provider, SystemPath("ZEDA:nas1"), kClass, resultClass,
+    ExpectEmpty(host.associators(provider, SystemPath("ZEDA:nas1"), kSystemExtent, resultClass,
                                  std::nullopt, std::nullopt),
                 false);
   }
@@ -105,23 +106,25 @@ TEST_F(SystemDeviceStorageExtentTest, PropertyListFiltersTheSystemButNotTheExten
   const ObjectPath extent = ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:3");
   const KeyListHonoured honoured;
   // Caption is asked for; Description is neither asked for nor a kept name.
-  ExpectInstances(host.associators(provider, extent, kClass, "CIM_StoragePool", std::nullopt,
+  ExpectInstances(host.associators(provider, extent, kSystemExtent, "CIM_StoragePool", std::nullopt,
                                    std::nullopt, std::vector<std::string>{"Caption"}),
                   {SystemWithout({"Description"})});
   // An empty list keeps only the system's fixed names.
-  ExpectInstances(host.associators(provider, extent, kClass, "CIM_StoragePool", std::nullopt,
+  ExpectInstances(host.associators(provider, extent, kSystemExtent, "CIM_StoragePool", std::nullopt,
                                    std::nullopt, std::vector<std::string>{}),
                   {SystemWithout({"Caption", "Description"})});
   // No list: no filter.
-  ExpectInstances(host.associators(provider, extent, kClass, "CIM_StoragePool", std::nullopt,
+  ExpectInstances(host.associators(provider, extent, kSystemExtent, "CIM_StoragePool", std::nullopt,
                                    std::nullopt, std::nullopt),
                   {PlaceholderSystem()});
-  ExpectInstances(host.associators(provider, SystemPath("ZEDA:nas1"), kClass, "CIM_StorageExtent",
-                                   std::nullopt, std::nullopt, std::vector<std::string>{}),
-                  {PlaceholderExtent()});
-  ExpectInstances(host.associators(provider, SystemPath("ZEDA:nas1"), kClass, "CIM_StorageExtent",
-                                   std::nullopt, std::nullopt, std::vector<std::string>{"Caption"}),
-                  {PlaceholderExtent()});
+  ExpectInstances(
+      host.associators(provider, SystemPath("ZEDA:nas1"), kSystemExtent, "CIM_StorageExtent",
+                       std::nullopt, std::nullopt, std::vector<std::string>{}),
+      {PlaceholderExtent()});
+  ExpectInstances(
+      host.associators(provider, SystemPath("ZEDA:nas1"), kSystemExtent, "CIM_StorageExtent",
+                       std::nullopt, std::nullopt, std::vector<std::string>{"Caption"}),
+      {PlaceholderExtent()});
 }
 
 // The CMPI standard has the object manager ignore the key list, and the
@@ -129,11 +132,11 @@ TEST_F(SystemDeviceStorageExtentTest, PropertyListFiltersTheSystemButNotTheExten
 TEST_F(SystemDeviceStorageExtentTest, PropertyListKeepsOnlyTheListedPropertiesOfTheSystem) {
   const ObjectPath extent = ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:3");
   ExpectInstances(
-      host.associators(provider, extent, kClass, "CIM_StoragePool", std::nullopt, std::nullopt,
-                       std::vector<std::string>{"Caption"}),
+      host.associators(provider, extent, kSystemExtent, "CIM_StoragePool", std::nullopt,
+                       std::nullopt, std::vector<std::string>{"Caption"}),
       {SystemWithout({"CreationClassName", "Name", "NameFormat", "ElementName", "Description",
                       "OperationalStatus", "Dedicated", "HealthState"})});
-  ExpectInstances(host.associators(provider, extent, kClass, "CIM_StoragePool", std::nullopt,
+  ExpectInstances(host.associators(provider, extent, kSystemExtent, "CIM_StoragePool", std::nullopt,
                                    std::nullopt, std::vector<std::string>{}),
                   {Instance(PlaceholderSystem().path())});
 }
@@ -161,9 +164,9 @@ TEST_F(SystemDeviceStorageExtentTest, AssociationClassIsCheckedBeforeTheSourceCl
 TEST_F(SystemDeviceStorageExtentTest, ForeignSourceClassIsUnknownClassName) {
   const ObjectPath parent = DevicePath("CIM_StorageExtent", "ZEDA_ComputerSystem", "ZEDA:nas1",
                                        "ZEDA_StorageExtent_Disk", "ZEDA:nas1:DiskExtent0:3");
-  ExpectFailure(
-      host.associators(provider, parent, kClass, "CIM_StoragePool", std::nullopt, std::nullopt),
-      200, "Unknown class name: CIM_StorageExtent");
+  ExpectFailure(host.associators(provider, parent, kSystemExtent, "CIM_StoragePool", std::nullopt,
+                                 std::nullopt),
+                200, "Unknown class name: CIM_StorageExtent");
   ExpectFailure(host.references(provider, parent, std::nullopt, std::nullopt), CMPI_RC_ERROR,
                 "Unknown class name: CIM_StorageExtent");
   EXPECT_TRUE(HasErrorLogLine(
@@ -176,17 +179,17 @@ TEST_F(SystemDeviceStorageExtentTest, ForeignSourceClassIsUnknownClassName) {
 
 TEST_F(SystemDeviceStorageExtentTest, ReferencesFromExtentNamesThePlaceholderSystem) {
   const ObjectPath extent = ExtentPath("ZEDA:nowhere", "invented");
-  ExpectInstances(
-      host.references(provider, extent, "CIM_SystemDevice", "PartComponent",
-                      std::vector<std::string>{"Name"}),
-      {Association(kClass, "GroupComponent", SystemPath("ZEDAName"), "PartComponent", extent)});
+  ExpectInstances(host.references(provider, extent, "CIM_SystemDevice", "PartComponent",
+                                  std::vector<std::string>{"Name"}),
+                  {Association(kSystemExtent, "GroupComponent", SystemPath("ZEDAName"),
+                               "PartComponent", extent)});
   EXPECT_TRUE(trace.calls().empty());
 }
 
 TEST_F(SystemDeviceStorageExtentTest, ReferencesFromSystemNamesThePlaceholderExtent) {
   const ObjectPath system = SystemPath("ZEDA:nas1");
   ExpectInstances(host.references(provider, system, std::nullopt, std::nullopt),
-                  {Association(kClass, "GroupComponent", system, "PartComponent",
+                  {Association(kSystemExtent, "GroupComponent", system, "PartComponent",
                                PlaceholderDevicePath("ZEDA_StorageExtent_Disk"))});
 }
 

@@ -16,18 +16,20 @@ using zeda::host::Instance;
 using zeda::host::Outcome;
 using zeda::host::Value;
 
-const char kClass[] = "ZEDA_DiskDrive";
+const char kDriveClass[] = "ZEDA_DiskDrive";
 
-Outcome Enumerate() { return ModuleHost().enumerateInstances(Provider(kClass), ClassPath(kClass)); }
+Outcome EnumerateDrives() {
+  return ModuleHost().enumerateInstances(Provider(kDriveClass), ClassPath(kDriveClass));
+}
 
 Outcome Get(const zeda::host::ObjectPath& path) {
-  return ModuleHost().getInstance(Provider(kClass), path);
+  return ModuleHost().getInstance(Provider(kDriveClass), path);
 }
 
 // The one instance an inventory of one disk on nas1 yields.
-Instance EnumerateOne(const nlohmann::json& disk) {
+Instance EnumerateOneDrive(const nlohmann::json& disk) {
   const ScopedInventory inventory(InventoryJson({NasJson("nas1", {disk})}));
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumerateDrives();
   EXPECT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
   const std::vector<Instance> instances = outcome.instances();
@@ -38,33 +40,33 @@ Instance EnumerateOne(const nlohmann::json& disk) {
 std::uint64_t InterconnectTypeOf(const std::string& interfaceType) {
   nlohmann::json disk = DiskJson("0:1");
   disk["interfaceType"] = interfaceType;
-  return EnumerateOne(disk).property("InterconnectType").u();
+  return EnumerateOneDrive(disk).property("InterconnectType").u();
 }
 
-const std::vector<std::string> kPropertyNames = {"SystemCreationClassName",
-                                                 "SystemName",
-                                                 "CreationClassName",
-                                                 "DeviceID",
-                                                 "Name",
-                                                 "EnabledState",
-                                                 "HealthState",
-                                                 "OperationalStatus",
-                                                 "InterconnectType",
-                                                 "DiskType",
-                                                 "RPM",
-                                                 "Description"};
-const std::vector<std::string> kPropertyTypes = {"string", "string", "string", "string",
-                                                 "string", "uint16", "uint16", "uint16[]",
-                                                 "uint16", "uint16", "uint32", "string"};
+const std::vector<std::string> kDrivePropertyNames = {"SystemCreationClassName",
+                                                      "SystemName",
+                                                      "CreationClassName",
+                                                      "DeviceID",
+                                                      "Name",
+                                                      "EnabledState",
+                                                      "HealthState",
+                                                      "OperationalStatus",
+                                                      "InterconnectType",
+                                                      "DiskType",
+                                                      "RPM",
+                                                      "Description"};
+const std::vector<std::string> kDrivePropertyTypes = {"string", "string", "string", "string",
+                                                      "string", "uint16", "uint16", "uint16[]",
+                                                      "uint16", "uint16", "uint32", "string"};
 
 TEST(DiskDriveEnumerate, EveryPropertyInOrderWithItsTypeAndValue) {
   nlohmann::json disk = DiskJson("0:3");
   disk["rpm"] = 5400;
-  const Instance drive = EnumerateOne(disk);
+  const Instance drive = EnumerateOneDrive(disk);
 
-  EXPECT_EQ(drive.path(), ClassPath(kClass));
-  EXPECT_EQ(PropertyNames(drive), kPropertyNames);
-  EXPECT_EQ(PropertyTypes(drive), kPropertyTypes);
+  EXPECT_EQ(drive.path(), ClassPath(kDriveClass));
+  EXPECT_EQ(PropertyNames(drive), kDrivePropertyNames);
+  EXPECT_EQ(PropertyTypes(drive), kDrivePropertyTypes);
   EXPECT_EQ(drive.property("SystemCreationClassName"), Value::string("ZEDA_ComputerSystem"));
   EXPECT_EQ(drive.property("SystemName"), Value::string("ZEDA:nas1"));
   EXPECT_EQ(drive.property("CreationClassName"), Value::string("ZEDA_DiskDrive"));
@@ -80,7 +82,7 @@ TEST(DiskDriveEnumerate, EveryPropertyInOrderWithItsTypeAndValue) {
 }
 
 TEST(DiskDriveEnumerate, NameIsTheBareIdentifierWhileDeviceIdCarriesSystemAndDisk) {
-  const Instance drive = EnumerateOne(DiskJson("0:10"));
+  const Instance drive = EnumerateOneDrive(DiskJson("0:10"));
   EXPECT_EQ(drive.property("Name").str(), "0:10");
   EXPECT_EQ(drive.property("DeviceID").str(), "ZEDA:nas1:DISK0:10");
 }
@@ -106,7 +108,7 @@ TEST(DiskDriveEnumerate, SolidStateDiskIsDiskType3EvenOnSas) {
   disk["interfaceType"] = "SAS";
   disk["isSsd"] = true;
   disk["rpm"] = 0;
-  const Instance drive = EnumerateOne(disk);
+  const Instance drive = EnumerateOneDrive(disk);
   EXPECT_EQ(drive.property("DiskType"), Value::uint16(3));
   EXPECT_EQ(drive.property("InterconnectType"), Value::uint16(5));
   EXPECT_EQ(drive.property("RPM"), Value::uint32(0));
@@ -115,25 +117,25 @@ TEST(DiskDriveEnumerate, SolidStateDiskIsDiskType3EvenOnSas) {
 TEST(DiskDriveEnumerate, NonzeroHealthStatusGivesHealthState0AndNoError) {
   nlohmann::json disk = DiskJson("0:1");
   disk["health"]["status"] = 7;
-  const Instance drive = EnumerateOne(disk);
+  const Instance drive = EnumerateOneDrive(disk);
   EXPECT_EQ(drive.property("HealthState"), Value::uint16(kHealthUnknown));
 }
 
 TEST(DiskDriveEnumerate, OperationalStatusComesFromTheDiskStateNotFromHealth) {
   nlohmann::json degraded = DiskJson("0:1");
   degraded["status"] = "degraded";  // healthy by the health query
-  EXPECT_EQ(EnumerateOne(degraded).property("OperationalStatus"),
+  EXPECT_EQ(EnumerateOneDrive(degraded).property("OperationalStatus"),
             Value::uint16s({kOperationalStatusDegraded}));
 
   nlohmann::json unhealthy = DiskJson("0:2");
   unhealthy["health"]["status"] = 1;  // state still ok
-  const Instance drive = EnumerateOne(unhealthy);
+  const Instance drive = EnumerateOneDrive(unhealthy);
   EXPECT_EQ(drive.property("OperationalStatus"), Value::uint16s({kOperationalStatusOk}));
   EXPECT_EQ(drive.property("HealthState"), Value::uint16(kHealthUnknown));
 
   nlohmann::json stopped = DiskJson("0:3");
   stopped["status"] = "stopped";
-  EXPECT_EQ(EnumerateOne(stopped).property("OperationalStatus"),
+  EXPECT_EQ(EnumerateOneDrive(stopped).property("OperationalStatus"),
             Value::uint16s({kOperationalStatusStopped}));
 }
 
@@ -145,7 +147,7 @@ TEST(DiskDriveEnumerate, EveryDiskOfEveryNasInOrderWithOneHealthQueryEach) {
                      NasJson("nas2", {DiskJson("7")})}));
   const ScopedTrace trace;
 
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumerateDrives();
 
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
@@ -170,7 +172,7 @@ TEST(DiskDriveEnumerate, EveryDiskOfEveryNasInOrderWithOneHealthQueryEach) {
 TEST(DiskDriveEnumerate, EmptyNasListAnswersNothingButDone) {
   const ScopedInventory inventory(InventoryJson({}));
   const ScopedTrace trace;
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumerateDrives();
   EXPECT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
   EXPECT_TRUE(outcome.results.empty());
@@ -197,9 +199,9 @@ TEST(DiskDriveGetInstance, AnyPathGetsThePlaceholderWithoutAskingTheNas) {
     const std::vector<Instance> instances = outcome.instances();
     ASSERT_EQ(instances.size(), 1u);
     const Instance& drive = instances.front();
-    EXPECT_EQ(drive.path(), ClassPath(kClass));
-    EXPECT_EQ(PropertyNames(drive), kPropertyNames);
-    EXPECT_EQ(PropertyTypes(drive), kPropertyTypes);
+    EXPECT_EQ(drive.path(), ClassPath(kDriveClass));
+    EXPECT_EQ(PropertyNames(drive), kDrivePropertyNames);
+    EXPECT_EQ(PropertyTypes(drive), kDrivePropertyTypes);
     EXPECT_EQ(drive.property("SystemCreationClassName"),
               Value::string("ZEDA_SystemCreationClassName"));
     EXPECT_EQ(drive.property("SystemName"), Value::string("ZEDA_SystemName"));
@@ -229,27 +231,28 @@ TEST(DiskDriveOperations, ThePropertyListOfTheRequestIsNotApplied) {
   const std::vector<std::string> onlyName = {"Name"};
 
   const Outcome all =
-      ModuleHost().enumerateInstances(Provider(kClass), ClassPath(kClass), onlyName);
+      ModuleHost().enumerateInstances(Provider(kDriveClass), ClassPath(kDriveClass), onlyName);
   ASSERT_EQ(all.code(), CMPI_RC_OK);
   ASSERT_EQ(all.instances().size(), 1u);
-  EXPECT_EQ(PropertyNames(all.instances().front()), kPropertyNames);
+  EXPECT_EQ(PropertyNames(all.instances().front()), kDrivePropertyNames);
 
   // Any namespace: the placeholder carries the request's, with all twelve properties.
-  const Outcome one =
-      ModuleHost().getInstance(Provider(kClass), zeda::host::ObjectPath(kOtherNamespace, kClass),
-                               std::vector<std::string>{});
+  const Outcome one = ModuleHost().getInstance(Provider(kDriveClass),
+                                               zeda::host::ObjectPath(kOtherNamespace, kDriveClass),
+                                               std::vector<std::string>{});
   ASSERT_EQ(one.code(), CMPI_RC_OK);
   ASSERT_EQ(one.instances().size(), 1u);
-  EXPECT_EQ(one.instances().front().path(), zeda::host::ObjectPath(kOtherNamespace, kClass));
-  EXPECT_EQ(PropertyNames(one.instances().front()), kPropertyNames);
-  EXPECT_EQ(PropertyTypes(one.instances().front()), kPropertyTypes);
+  EXPECT_EQ(one.instances().front().path(), zeda::host::ObjectPath(kOtherNamespace, kDriveClass));
+  EXPECT_EQ(PropertyNames(one.instances().front()), kDrivePropertyNames);
+  EXPECT_EQ(PropertyTypes(one.instances().front()), kDrivePropertyTypes);
 }
 
 TEST(DiskDriveOperations, OnlyEnumerationAndGetInstanceAreServed) {
-  const Outcome names = ModuleHost().enumerateInstanceNames(Provider(kClass), ClassPath(kClass));
+  const Outcome names =
+      ModuleHost().enumerateInstanceNames(Provider(kDriveClass), ClassPath(kDriveClass));
   EXPECT_EQ(names.code(), CMPI_RC_ERR_NOT_SUPPORTED);
   const Outcome removal = ModuleHost().deleteInstance(
-      Provider(kClass), Path(std::string(kNamespace) + ":ZEDA_DiskDrive"));
+      Provider(kDriveClass), Path(std::string(kNamespace) + ":ZEDA_DiskDrive"));
   EXPECT_EQ(removal.code(), CMPI_RC_ERR_NOT_SUPPORTED);
 }
 

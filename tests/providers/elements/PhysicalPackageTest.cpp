@@ -14,20 +14,22 @@ using zeda::host::Instance;
 using zeda::host::Outcome;
 using zeda::host::Value;
 
-const char kClass[] = "ZEDA_PhysicalPackage_Disk";
+const char kPackageClass[] = "ZEDA_PhysicalPackage_Disk";
 
-Outcome Enumerate() { return ModuleHost().enumerateInstances(Provider(kClass), ClassPath(kClass)); }
+Outcome EnumeratePackages() {
+  return ModuleHost().enumerateInstances(Provider(kPackageClass), ClassPath(kPackageClass));
+}
 
-const std::vector<std::string> kPropertyNames = {"CreationClassName", "Tag", "Manufacturer",
-                                                 "Model", "SerialNumber"};
-const std::vector<std::string> kPropertyTypes(5, "string");
+const std::vector<std::string> kPackagePropertyNames = {"CreationClassName", "Tag", "Manufacturer",
+                                                        "Model", "SerialNumber"};
+const std::vector<std::string> kPackagePropertyTypes(5, "string");
 
 // The Manufacturer reported for a disk whose identity holds these texts.
 std::string ManufacturerOf(const std::string& product, const std::string& model) {
   nlohmann::json disk = DiskJson("0:1");
   disk["identity"] = {{"product", product}, {"model", model}, {"serial", "S"}};
   const ScopedInventory inventory(InventoryJson({NasJson("nas1", {disk})}));
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumeratePackages();
   EXPECT_EQ(outcome.code(), CMPI_RC_OK);
   const std::vector<Instance> instances = outcome.instances();
   EXPECT_EQ(instances.size(), 1u);
@@ -44,16 +46,16 @@ TEST(PhysicalPackageEnumerate, EveryPropertyInOrderWithItsTypeAndValue) {
       {"product", "WDC WD40EFRX"}, {"model", "WD40EFRX"}, {"serial", "WD-WCC7K3CD9012"}};
   const ScopedInventory inventory(InventoryJson({NasJson("nas1", {disk})}));
 
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumeratePackages();
 
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
   const std::vector<Instance> instances = outcome.instances();
   ASSERT_EQ(instances.size(), 1u);
   const Instance& package = instances.front();
-  EXPECT_EQ(package.path(), ClassPath(kClass));
-  EXPECT_EQ(PropertyNames(package), kPropertyNames);
-  EXPECT_EQ(PropertyTypes(package), kPropertyTypes);
+  EXPECT_EQ(package.path(), ClassPath(kPackageClass));
+  EXPECT_EQ(PropertyNames(package), kPackagePropertyNames);
+  EXPECT_EQ(PropertyTypes(package), kPackagePropertyTypes);
   EXPECT_EQ(package.property("CreationClassName"), Value::string("ZEDA_PhysicalPackage_Disk"));
   EXPECT_EQ(package.property("Tag"), Value::string("ZEDA:nas1:DISK0:3"));
   EXPECT_EQ(package.property("Manufacturer"), Value::string("WDC"));
@@ -97,7 +99,7 @@ TEST(PhysicalPackageEnumerate, AsksForTheIdentityOncePerDiskWithTheIdentifierVer
       {NasJson("nas1", {DiskJson("0:3"), DiskJson("0:10")}), NasJson("nas2", {DiskJson("7")})}));
   const ScopedTrace trace;
 
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumeratePackages();
 
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
@@ -122,7 +124,7 @@ TEST(PhysicalPackageEnumerate, AsksForTheIdentityOncePerDiskWithTheIdentifierVer
 
 TEST(PhysicalPackageEnumerate, EmptyNasListAnswersNothingButDone) {
   const ScopedInventory inventory(InventoryJson({}));
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumeratePackages();
   EXPECT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
   EXPECT_TRUE(outcome.results.empty());
@@ -140,15 +142,15 @@ TEST(PhysicalPackageGetInstance, AnyPathGetsThePlaceholderWithoutAskingTheNas) {
 
   for (const zeda::host::ObjectPath& path : paths) {
     SCOPED_TRACE(path.toString());
-    const Outcome outcome = ModuleHost().getInstance(Provider(kClass), path);
+    const Outcome outcome = ModuleHost().getInstance(Provider(kPackageClass), path);
     ASSERT_EQ(outcome.code(), CMPI_RC_OK);
     EXPECT_TRUE(outcome.done);
     const std::vector<Instance> instances = outcome.instances();
     ASSERT_EQ(instances.size(), 1u);
     const Instance& package = instances.front();
-    EXPECT_EQ(package.path(), ClassPath(kClass));
-    EXPECT_EQ(PropertyNames(package), kPropertyNames);
-    EXPECT_EQ(PropertyTypes(package), kPropertyTypes);
+    EXPECT_EQ(package.path(), ClassPath(kPackageClass));
+    EXPECT_EQ(PropertyNames(package), kPackagePropertyNames);
+    EXPECT_EQ(PropertyTypes(package), kPackagePropertyTypes);
     EXPECT_EQ(package.property("CreationClassName"), Value::string("ZEDA_CreationClassName"));
     EXPECT_EQ(package.property("Tag"), Value::string("ZEDA_Tag"));
     EXPECT_EQ(package.property("Manufacturer"), Value::string("ZEDA_Manufacturer"));

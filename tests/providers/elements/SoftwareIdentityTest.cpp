@@ -14,28 +14,30 @@ using zeda::host::Instance;
 using zeda::host::Outcome;
 using zeda::host::Value;
 
-const char kClass[] = "ZEDA_SoftwareIdentity_Disk";
+const char kSoftwareClass[] = "ZEDA_SoftwareIdentity_Disk";
 
-Outcome Enumerate() { return ModuleHost().enumerateInstances(Provider(kClass), ClassPath(kClass)); }
+Outcome EnumerateSoftwareIdentities() {
+  return ModuleHost().enumerateInstances(Provider(kSoftwareClass), ClassPath(kSoftwareClass));
+}
 
-const std::vector<std::string> kPropertyNames = {"InstanceID", "VersionString"};
-const std::vector<std::string> kPropertyTypes = {"string", "string"};
+const std::vector<std::string> kSoftwarePropertyNames = {"InstanceID", "VersionString"};
+const std::vector<std::string> kSoftwarePropertyTypes = {"string", "string"};
 
 TEST(SoftwareIdentityEnumerate, InstanceIdKeepsTheColonOfTheIdentifier) {
   nlohmann::json disk = DiskJson("0:3");
   disk["firmwareVersion"] = "82.00A82";
   const ScopedInventory inventory(InventoryJson({NasJson("nas1", {disk})}));
 
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumerateSoftwareIdentities();
 
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
   const std::vector<Instance> instances = outcome.instances();
   ASSERT_EQ(instances.size(), 1u);
   const Instance& identity = instances.front();
-  EXPECT_EQ(identity.path(), ClassPath(kClass));
-  EXPECT_EQ(PropertyNames(identity), kPropertyNames);
-  EXPECT_EQ(PropertyTypes(identity), kPropertyTypes);
+  EXPECT_EQ(identity.path(), ClassPath(kSoftwareClass));
+  EXPECT_EQ(PropertyNames(identity), kSoftwarePropertyNames);
+  EXPECT_EQ(PropertyTypes(identity), kSoftwarePropertyTypes);
   EXPECT_EQ(identity.property("InstanceID"), Value::string("ZEDA:nas1:Software(DISK0:3)"));
   EXPECT_EQ(identity.property("VersionString"), Value::string("82.00A82"));
 }
@@ -44,7 +46,7 @@ TEST(SoftwareIdentityEnumerate, AnEmptyFirmwareVersionIsAnEmptyString) {
   nlohmann::json disk = DiskJson("0:1");
   disk["firmwareVersion"] = "";
   const ScopedInventory inventory(InventoryJson({NasJson("nas1", {disk})}));
-  const std::vector<Instance> instances = Enumerate().instances();
+  const std::vector<Instance> instances = EnumerateSoftwareIdentities().instances();
   ASSERT_EQ(instances.size(), 1u);
   const Value& version = instances.front().property("VersionString");
   EXPECT_FALSE(version.isNull());
@@ -57,7 +59,7 @@ TEST(SoftwareIdentityEnumerate, OneInstancePerDiskWithOnlyTheDiskListAsked) {
                      NasJson("nas2", {DiskJson("7")})}));
   const ScopedTrace trace;
 
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumerateSoftwareIdentities();
 
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
@@ -81,7 +83,7 @@ TEST(SoftwareIdentityEnumerate, OneInstancePerDiskWithOnlyTheDiskListAsked) {
 
 TEST(SoftwareIdentityEnumerate, EmptyNasListAnswersNothingButDone) {
   const ScopedInventory inventory(InventoryJson({}));
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumerateSoftwareIdentities();
   EXPECT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
   EXPECT_TRUE(outcome.results.empty());
@@ -98,13 +100,13 @@ TEST(SoftwareIdentityGetInstance, AnyPathGetsThePlaceholderWithoutAskingTheNas) 
 
   for (const zeda::host::ObjectPath& path : paths) {
     SCOPED_TRACE(path.toString());
-    const Outcome outcome = ModuleHost().getInstance(Provider(kClass), path);
+    const Outcome outcome = ModuleHost().getInstance(Provider(kSoftwareClass), path);
     ASSERT_EQ(outcome.code(), CMPI_RC_OK);
     EXPECT_TRUE(outcome.done);
     const std::vector<Instance> instances = outcome.instances();
     ASSERT_EQ(instances.size(), 1u);
-    EXPECT_EQ(instances.front().path(), ClassPath(kClass));
-    EXPECT_EQ(PropertyNames(instances.front()), kPropertyNames);
+    EXPECT_EQ(instances.front().path(), ClassPath(kSoftwareClass));
+    EXPECT_EQ(PropertyNames(instances.front()), kSoftwarePropertyNames);
     EXPECT_EQ(instances.front().property("InstanceID"), Value::string("ZEDA_InstanceID"));
     EXPECT_EQ(instances.front().property("VersionString"), Value::string("ZEDA_VersionString"));
   }

@@ -16,18 +16,20 @@ using zeda::host::ObjectPath;
 using zeda::host::Outcome;
 using zeda::host::Value;
 
-const char kClass[] = "ZEDA_StorageExtent_Disk";
+const char kExtentClass[] = "ZEDA_StorageExtent_Disk";
 constexpr int kGetInstanceLine = 84;
 
-Outcome Enumerate() { return ModuleHost().enumerateInstances(Provider(kClass), ClassPath(kClass)); }
-
-Outcome Get(const std::string& systemName, const std::string& deviceId) {
-  return ModuleHost().getInstance(Provider(kClass), ExtentPath(systemName, deviceId));
+Outcome EnumerateExtents() {
+  return ModuleHost().enumerateInstances(Provider(kExtentClass), ClassPath(kExtentClass));
 }
 
-Instance EnumerateOne(const nlohmann::json& disk) {
+Outcome Get(const std::string& systemName, const std::string& deviceId) {
+  return ModuleHost().getInstance(Provider(kExtentClass), ExtentPath(systemName, deviceId));
+}
+
+Instance EnumerateOneExtent(const nlohmann::json& disk) {
   const ScopedInventory inventory(InventoryJson({NasJson("nas1", {disk})}));
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumerateExtents();
   EXPECT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
   const std::vector<Instance> instances = outcome.instances();
@@ -35,29 +37,29 @@ Instance EnumerateOne(const nlohmann::json& disk) {
   return instances.empty() ? Instance() : instances.front();
 }
 
-const std::vector<std::string> kPropertyNames = {"SystemCreationClassName",
-                                                 "SystemName",
-                                                 "CreationClassName",
-                                                 "DeviceID",
-                                                 "ExtentStatus",
-                                                 "NumberOfBlocks",
-                                                 "ConsumableBlocks",
-                                                 "BlockSize",
-                                                 "HealthState",
-                                                 "OperationalStatus",
-                                                 "ExtentDiscriminator"};
-const std::vector<std::string> kPropertyTypes = {"string",   "string",   "string",  "string",
-                                                 "uint16[]", "uint64",   "uint64",  "uint64",
-                                                 "uint16",   "uint16[]", "string[]"};
+const std::vector<std::string> kExtentPropertyNames = {"SystemCreationClassName",
+                                                       "SystemName",
+                                                       "CreationClassName",
+                                                       "DeviceID",
+                                                       "ExtentStatus",
+                                                       "NumberOfBlocks",
+                                                       "ConsumableBlocks",
+                                                       "BlockSize",
+                                                       "HealthState",
+                                                       "OperationalStatus",
+                                                       "ExtentDiscriminator"};
+const std::vector<std::string> kExtentPropertyTypes = {"string",   "string",   "string",  "string",
+                                                       "uint16[]", "uint64",   "uint64",  "uint64",
+                                                       "uint16",   "uint16[]", "string[]"};
 
 TEST(StorageExtentEnumerate, EveryPropertyInOrderWithItsTypeAndValue) {
   nlohmann::json disk = DiskJson("0:3");
   disk["capacity"] = 4000787030016ULL;
-  const Instance extent = EnumerateOne(disk);
+  const Instance extent = EnumerateOneExtent(disk);
 
-  EXPECT_EQ(extent.path(), ClassPath(kClass));
-  EXPECT_EQ(PropertyNames(extent), kPropertyNames);
-  EXPECT_EQ(PropertyTypes(extent), kPropertyTypes);
+  EXPECT_EQ(extent.path(), ClassPath(kExtentClass));
+  EXPECT_EQ(PropertyNames(extent), kExtentPropertyNames);
+  EXPECT_EQ(PropertyTypes(extent), kExtentPropertyTypes);
   EXPECT_EQ(extent.property("SystemCreationClassName"), Value::string("ZEDA_ComputerSystem"));
   EXPECT_EQ(extent.property("SystemName"), Value::string("ZEDA:nas1"));
   EXPECT_EQ(extent.property("CreationClassName"), Value::string("ZEDA_StorageExtent_Disk"));
@@ -74,7 +76,7 @@ TEST(StorageExtentEnumerate, EveryPropertyInOrderWithItsTypeAndValue) {
 TEST(StorageExtentEnumerate, OneMillionBytesAre1953WholeBlocks) {
   nlohmann::json disk = DiskJson("0:1");
   disk["capacity"] = 1000000;
-  const Instance extent = EnumerateOne(disk);
+  const Instance extent = EnumerateOneExtent(disk);
   EXPECT_EQ(extent.property("NumberOfBlocks"), Value::uint64(1953));
   EXPECT_EQ(extent.property("ConsumableBlocks"), Value::uint64(1953));
   EXPECT_EQ(extent.property("BlockSize"), Value::uint64(512));
@@ -83,23 +85,23 @@ TEST(StorageExtentEnumerate, OneMillionBytesAre1953WholeBlocks) {
 TEST(StorageExtentEnumerate, ExtentStatusIs13ForAFreeDiskElse2) {
   nlohmann::json free = DiskJson("0:1");
   free["isFree"] = true;
-  EXPECT_EQ(EnumerateOne(free).property("ExtentStatus"), Value::uint16s({13}));
+  EXPECT_EQ(EnumerateOneExtent(free).property("ExtentStatus"), Value::uint16s({13}));
   nlohmann::json used = DiskJson("0:2");
   used["isFree"] = false;
   used["isSpare"] = true;
-  EXPECT_EQ(EnumerateOne(used).property("ExtentStatus"), Value::uint16s({2}));
+  EXPECT_EQ(EnumerateOneExtent(used).property("ExtentStatus"), Value::uint16s({2}));
 }
 
 TEST(StorageExtentEnumerate, HealthAndOperationalStatusComeFromTheHealthReplyAlone) {
   nlohmann::json unhealthy = DiskJson("0:1");
   unhealthy["health"]["status"] = 3;  // the disk state stays ok
-  const Instance sick = EnumerateOne(unhealthy);
+  const Instance sick = EnumerateOneExtent(unhealthy);
   EXPECT_EQ(sick.property("HealthState"), Value::uint16(kHealthUnknown));
   EXPECT_EQ(sick.property("OperationalStatus"), Value::uint16s({kOperationalStatusUnknown}));
 
   nlohmann::json degraded = DiskJson("0:2");
   degraded["status"] = "degraded";  // healthy by the health query
-  const Instance fine = EnumerateOne(degraded);
+  const Instance fine = EnumerateOneExtent(degraded);
   EXPECT_EQ(fine.property("HealthState"), Value::uint16(kHealthOk));
   EXPECT_EQ(fine.property("OperationalStatus"), Value::uint16s({kOperationalStatusOk}));
 }
@@ -109,7 +111,7 @@ TEST(StorageExtentEnumerate, AsksForHealthTwicePerDiskWithTheHealthKey) {
       {NasJson("nas1", {DiskJson("0:3"), DiskJson("0:10")}), NasJson("nas2", {DiskJson("7")})}));
   const ScopedTrace trace;
 
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumerateExtents();
 
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
@@ -140,7 +142,7 @@ TEST(StorageExtentGetInstance, FindsTheDiskAndAnswersTheEnumeratedInstance) {
   free["health"]["status"] = 2;
   const ScopedInventory inventory(
       InventoryJson({NasJson("nas1", {DiskJson("0:1"), free, DiskJson("0:30")})}));
-  const Outcome all = Enumerate();
+  const Outcome all = EnumerateExtents();
   ASSERT_EQ(all.code(), CMPI_RC_OK);
   ASSERT_EQ(all.instances().size(), 3u);
   const Instance enumerated = all.instances()[1];
@@ -153,8 +155,8 @@ TEST(StorageExtentGetInstance, FindsTheDiskAndAnswersTheEnumeratedInstance) {
   const std::vector<Instance> instances = outcome.instances();
   ASSERT_EQ(instances.size(), 1u);
   EXPECT_EQ(instances.front(), enumerated);
-  EXPECT_EQ(PropertyNames(instances.front()), kPropertyNames);
-  EXPECT_EQ(PropertyTypes(instances.front()), kPropertyTypes);
+  EXPECT_EQ(PropertyNames(instances.front()), kExtentPropertyNames);
+  EXPECT_EQ(PropertyTypes(instances.front()), kExtentPropertyTypes);
   EXPECT_EQ(instances.front().property("ExtentStatus"), Value::uint16s({13}));
   EXPECT_EQ(instances.front().property("HealthState"), Value::uint16(kHealthUnknown));
   EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{{"-", "Nas::Get", "nas1"},
@@ -166,7 +168,7 @@ TEST(StorageExtentGetInstance, FindsTheDiskAndAnswersTheEnumeratedInstance) {
 TEST(StorageExtentGetInstance, EveryEnumeratedExtentIsFoundAgain) {
   const ScopedInventory inventory(InventoryJson(
       {NasJson("nas1", {DiskJson("0:1"), DiskJson("0:10")}), NasJson("nas2", {DiskJson("7")})}));
-  const Outcome all = Enumerate();
+  const Outcome all = EnumerateExtents();
   ASSERT_EQ(all.instances().size(), 3u);
   for (const Instance& extent : all.instances()) {
     const Outcome one = Get(extent.property("SystemName").str(), extent.property("DeviceID").str());
@@ -304,9 +306,9 @@ TEST(StorageExtentGetInstance, TheAnswerCarriesTheRequestNamespace) {
   const ScopedInventory inventory(InventoryJson({NasJson("nas1", {DiskJson("0:1")})}));
   ObjectPath path = ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:1");
   path.setNameSpace(kOtherNamespace);
-  const Outcome outcome = ModuleHost().getInstance(Provider(kClass), path);
+  const Outcome outcome = ModuleHost().getInstance(Provider(kExtentClass), path);
   ASSERT_EQ(outcome.instances().size(), 1u);
-  EXPECT_EQ(outcome.instances().front().path(), ObjectPath(kOtherNamespace, kClass));
+  EXPECT_EQ(outcome.instances().front().path(), ObjectPath(kOtherNamespace, kExtentClass));
 }
 
 }  // namespace

@@ -30,11 +30,11 @@ std::string Inventory() {
       {GroupJson({"0:1", "0:2", "0:6"}, {"0:4", "0:8", "0:9"}), GroupJson({}, {"0:8", "0:9"})})});
 }
 
-Outcome FromPool(const std::string& instanceId) {
+Outcome ExtentsOfPool(const std::string& instanceId) {
   return Associators(kAssociated, PoolPath(instanceId));
 }
 
-Outcome FromExtent(const std::string& diskId) {
+Outcome PoolsOfExtent(const std::string& diskId) {
   return Associators(kAssociated, ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent" + diskId));
 }
 
@@ -47,13 +47,6 @@ std::vector<std::uint64_t> ExtentStatuses(const Outcome& outcome) {
   return statuses;
 }
 
-void ExpectFailure(const Outcome& outcome, const std::string& message) {
-  EXPECT_EQ(outcome.code(), CMPI_RC_ERROR);
-  EXPECT_EQ(outcome.status.message, message);
-  EXPECT_FALSE(outcome.done);
-  EXPECT_TRUE(outcome.results.empty());
-}
-
 TEST(AssociatedComponentExtent, HasAnAssociationFactoryAndNoInstanceFactory) {
   EXPECT_TRUE(ModuleHost().hasFactory(Provider(kAssociated), MIKind::Association));
   EXPECT_FALSE(ModuleHost().hasFactory(Provider(kAssociated), MIKind::Instance));
@@ -63,7 +56,7 @@ TEST(AssociatedComponentExtent, HasAnAssociationFactoryAndNoInstanceFactory) {
 
 TEST(AssociatedComponentExtentFromPool, ExtentInstancesInFullWithExtentStatus13) {
   const ScopedInventory inventory(Inventory());
-  const Outcome outcome = FromPool("ZEDA:nas1:PrimordialPool2");
+  const Outcome outcome = ExtentsOfPool("ZEDA:nas1:PrimordialPool2");
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
   const std::vector<Instance> extents = outcome.instances();
@@ -100,7 +93,7 @@ TEST(AssociatedComponentExtentFromPool, ExtentInstancesInFullWithExtentStatus13)
 
 TEST(AssociatedComponentExtentFromPool, Pool4IsExactlyTheSsdDisksEachWithExtentStatus13) {
   const ScopedInventory inventory(Inventory());
-  const Outcome outcome = FromPool("ZEDA:nas1:PrimordialPool4");
+  const Outcome outcome = ExtentsOfPool("ZEDA:nas1:PrimordialPool4");
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
   // 0:6 is also named by a group: once all the same.
@@ -111,7 +104,7 @@ TEST(AssociatedComponentExtentFromPool, Pool4IsExactlyTheSsdDisksEachWithExtentS
 
 TEST(AssociatedComponentExtentFromPool, ASpareInTwoSpareListsTwiceUnlessItsFlagIsSet) {
   const ScopedInventory inventory(Inventory());
-  const Outcome outcome = FromPool("ZEDA:nas1:PrimordialPool3");
+  const Outcome outcome = ExtentsOfPool("ZEDA:nas1:PrimordialPool3");
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   // 0:4 and 0:9 flagged: once each; 0:8 unflagged, in two spare lists: twice.
   EXPECT_EQ(DeviceIds(outcome), (Strings{"ZEDA:nas1:DiskExtent0:4", "ZEDA:nas1:DiskExtent0:8",
@@ -121,7 +114,7 @@ TEST(AssociatedComponentExtentFromPool, ASpareInTwoSpareListsTwiceUnlessItsFlagI
 
 TEST(AssociatedComponentExtentFromPool, TheFreePool) {
   const ScopedInventory inventory(Inventory());
-  const Outcome outcome = FromPool("ZEDA:nas1:PrimordialPool1");
+  const Outcome outcome = ExtentsOfPool("ZEDA:nas1:PrimordialPool1");
   EXPECT_EQ(DeviceIds(outcome), (Strings{"ZEDA:nas1:DiskExtent0:3"}));
   EXPECT_EQ(ExtentStatuses(outcome), (std::vector<std::uint64_t>{13}));
 }
@@ -129,7 +122,7 @@ TEST(AssociatedComponentExtentFromPool, TheFreePool) {
 TEST(AssociatedComponentExtentFromPool, AsksForTheHealthOfEveryDiskOfTheNas) {
   const ScopedInventory inventory(Inventory());
   const ScopedTrace trace;
-  const Outcome outcome = FromPool("ZEDA:nas1:PrimordialPool4");
+  const Outcome outcome = ExtentsOfPool("ZEDA:nas1:PrimordialPool4");
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_EQ(trace.args("Nas::Get"), (Strings{"nas1"}));
   EXPECT_EQ(trace.calls("GetDiskList").size(), 1u);
@@ -141,7 +134,7 @@ TEST(AssociatedComponentExtentFromPool, AsksForTheHealthOfEveryDiskOfTheNas) {
 TEST(AssociatedComponentExtentFromPool, ThePlaceholderPoolFailsOnItsNumberBeforeAnyLibraryCall) {
   const ScopedInventory inventory(Inventory());
   const ScopedTrace trace;
-  ExpectFailure(FromPool("InstanceID_SPP"), "invalid stoi argument");
+  ExpectFailure(ExtentsOfPool("InstanceID_SPP"), "invalid stoi argument");
   EXPECT_TRUE(trace.lines().empty());
   EXPECT_TRUE(ErrorLogEndsWith("ZEDA_AssociatedComponentExtent_Primordial: invalid stoi argument"));
 }
@@ -152,7 +145,7 @@ TEST(AssociatedComponentExtentFromExtent, AnExtentInAnyPoolEndsWithoutAnInstance
   const ScopedInventory inventory(Inventory());
   for (const char* diskId : {"0:3", "0:1", "0:4", "0:8", "0:6"}) {  // pools 1, 2, 3, 3, 4
     const ScopedTrace trace;
-    const Outcome outcome = FromExtent(diskId);
+    const Outcome outcome = PoolsOfExtent(diskId);
     EXPECT_EQ(outcome.code(), CMPI_RC_OK) << diskId;
     EXPECT_TRUE(outcome.done) << diskId;
     EXPECT_TRUE(outcome.results.empty()) << diskId;
@@ -166,15 +159,15 @@ TEST(AssociatedComponentExtentFromExtent, AnExtentInAnyPoolEndsWithoutAnInstance
 
 TEST(AssociatedComponentExtentFromExtent, AnExtentInNoPoolFails) {
   const ScopedInventory inventory(Inventory());
-  ExpectFailure(FromExtent("0:5"), "Incorrect association class");
-  ExpectFailure(FromExtent("7:7"), "Incorrect association class");
+  ExpectFailure(PoolsOfExtent("0:5"), "Incorrect association class");
+  ExpectFailure(PoolsOfExtent("7:7"), "Incorrect association class");
   EXPECT_TRUE(
       ErrorLogEndsWith("ZEDA_AssociatedComponentExtent_Primordial: Incorrect association class"));
 }
 
 TEST(AssociatedComponentExtentFromExtent, ANasWithoutDisksFails) {
   const ScopedInventory inventory(InventoryJson({NasJson("nas1", {})}));
-  ExpectFailure(FromExtent("0:1"), "Incorrect association class");
+  ExpectFailure(PoolsOfExtent("0:1"), "Incorrect association class");
 }
 
 // --- References -----------------------------------------------------------

@@ -36,16 +36,16 @@ std::string MixedInventory() {
                                 {GroupJson({"0:1", "0:2"}, {"0:4"})})});
 }
 
-Outcome Enumerate() {
+Outcome EnumerateComponents() {
   return ModuleHost().enumerateInstances(Provider(kConcrete), ObjectPath(kNamespace, kConcrete));
 }
 
-Outcome FromPool(const std::string& instanceId) {
+Outcome ComponentsOfPool(const std::string& instanceId) {
   return Associators(kConcrete, PoolPath(instanceId));
 }
 
-Outcome FromExtent(const std::string& diskId,
-                   const zeda::host::PropertyList& properties = std::nullopt) {
+Outcome ComponentsOfExtent(const std::string& diskId,
+                           const zeda::host::PropertyList& properties = std::nullopt) {
   return Associators(kConcrete, ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent" + diskId),
                      properties);
 }
@@ -68,18 +68,11 @@ Strings Pairs(const Outcome& outcome) {
   return pairs;
 }
 
-void ExpectFailure(const Outcome& outcome, const std::string& message) {
-  EXPECT_EQ(outcome.code(), CMPI_RC_ERROR);
-  EXPECT_EQ(outcome.status.message, message);
-  EXPECT_FALSE(outcome.done);
-  EXPECT_TRUE(outcome.results.empty());
-}
-
 // --- EnumInstances -------------------------------------------------------
 
 TEST(ConcreteComponentEnumerate, FreeDisksInPool1OtherUnflaggedDisksInPool2SpareAndCacheSkipped) {
   const ScopedInventory inventory(MixedInventory());
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumerateComponents();
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
   // 0:5, which no group lists, is still paired with the data pool.
@@ -91,7 +84,7 @@ TEST(ConcreteComponentEnumerate, FreeDisksInPool1OtherUnflaggedDisksInPool2Spare
 
 TEST(ConcreteComponentEnumerate, AssociationShapeAndPathsInFull) {
   const ScopedInventory inventory(InventoryJson({NasJson("nas1", {Free(DiskJson("0:3"))})}));
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumerateComponents();
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   const std::vector<Instance> links = outcome.instances();
   ASSERT_EQ(links.size(), 1u);
@@ -111,7 +104,7 @@ TEST(ConcreteComponentEnumerate, NasDevicesInListOrderANasWithoutDisksAddsNothin
       InventoryJson({NasJson("nasA", {DiskJson("7")}), NasJson("empty", {}),
                      NasJson("nasB", {Free(DiskJson("0:10"))})}));
   const ScopedTrace trace;
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumerateComponents();
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
   EXPECT_EQ(Pairs(outcome), (Strings{"ZEDA:nasA:PrimordialPool2 ZEDA:nasA:DiskExtent7",
@@ -128,7 +121,7 @@ TEST(ConcreteComponentEnumerate, NasDevicesInListOrderANasWithoutDisksAddsNothin
 
 TEST(ConcreteComponentEnumerate, AnEmptyNasListIsDoneAtOnce) {
   const ScopedInventory inventory(InventoryJson({}));
-  const Outcome outcome = Enumerate();
+  const Outcome outcome = EnumerateComponents();
   EXPECT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
   EXPECT_TRUE(outcome.results.empty());
@@ -138,7 +131,7 @@ TEST(ConcreteComponentEnumerate, AnEmptyNasListIsDoneAtOnce) {
 
 TEST(ConcreteComponentFromPool, ExtentInstancesInFull) {
   const ScopedInventory inventory(MixedInventory());
-  const Outcome outcome = FromPool("ZEDA:nas1:PrimordialPool2");
+  const Outcome outcome = ComponentsOfPool("ZEDA:nas1:PrimordialPool2");
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
   const std::vector<Instance> extents = outcome.instances();
@@ -188,7 +181,7 @@ TEST(ConcreteComponentFromPool, EachPoolAnswersItsDisksExtentStatus13OnlyForFree
       {5, {}, {}},
   };
   for (const Case& c : cases) {
-    const Outcome outcome = FromPool("ZEDA:nas1:PrimordialPool" + std::to_string(c.pool));
+    const Outcome outcome = ComponentsOfPool("ZEDA:nas1:PrimordialPool" + std::to_string(c.pool));
     ASSERT_EQ(outcome.code(), CMPI_RC_OK) << c.pool;
     EXPECT_TRUE(outcome.done) << c.pool;
     EXPECT_EQ(DeviceIds(outcome), c.deviceIds) << c.pool;
@@ -203,7 +196,7 @@ TEST(ConcreteComponentFromPool, EachPoolAnswersItsDisksExtentStatus13OnlyForFree
 TEST(ConcreteComponentFromPool, AsksForTheHealthOfEveryDiskOfTheNas) {
   const ScopedInventory inventory(MixedInventory());
   const ScopedTrace trace;
-  const Outcome outcome = FromPool("ZEDA:nas1:PrimordialPool1");
+  const Outcome outcome = ComponentsOfPool("ZEDA:nas1:PrimordialPool1");
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_EQ(trace.calls(), (std::vector<TraceCall>{{"-", "Nas::Get", "nas1"},
                                                    {"nas1", "GetOrvi", ""},
@@ -220,7 +213,7 @@ TEST(ConcreteComponentFromPool, AnIdentifierWithoutColonIsQueriedDoubled) {
   const ScopedInventory inventory(
       InventoryJson({NasJson("nas2", {DiskJson("7")}, {GroupJson({"7"}, {})})}));
   const ScopedTrace trace;
-  const Outcome outcome = FromPool("ZEDA:nas2:PrimordialPool2");
+  const Outcome outcome = ComponentsOfPool("ZEDA:nas2:PrimordialPool2");
   EXPECT_EQ(DeviceIds(outcome), (Strings{"ZEDA:nas2:DiskExtent7"}));
   EXPECT_EQ(trace.args("GetDiskHealth"), (Strings{"77"}));
 }
@@ -233,20 +226,20 @@ TEST(ConcreteComponentFromPool, OneReturnPerMatchingEntryAndFlagsDoNotStopTheGro
                {DiskJson("0:1"), DiskJson("0:10"), Free(DiskJson("0:3")), Ssd(DiskJson("0:6")),
                 DiskJson("0:9")},
                {GroupJson({"0:1", "0:3"}, {"0:9"}), GroupJson({"0:10", "0:6"}, {"0:9"})})}));
-  const Outcome data = FromPool("ZEDA:nas1:PrimordialPool2");
+  const Outcome data = ComponentsOfPool("ZEDA:nas1:PrimordialPool2");
   EXPECT_EQ(DeviceIds(data), (Strings{"ZEDA:nas1:DiskExtent0:1", "ZEDA:nas1:DiskExtent0:1",
                                       "ZEDA:nas1:DiskExtent0:10", "ZEDA:nas1:DiskExtent0:3",
                                       "ZEDA:nas1:DiskExtent0:6"}));
   // A free disk keeps ExtentStatus 13 in the data pool too.
   EXPECT_EQ(data.instances().at(3).property("ExtentStatus"), Value::uint16s({13}));
   EXPECT_EQ(data.instances().at(4).property("ExtentStatus"), Value::uint16s({2}));
-  EXPECT_EQ(DeviceIds(FromPool("ZEDA:nas1:PrimordialPool3")),
+  EXPECT_EQ(DeviceIds(ComponentsOfPool("ZEDA:nas1:PrimordialPool3")),
             (Strings{"ZEDA:nas1:DiskExtent0:9", "ZEDA:nas1:DiskExtent0:9"}));
 }
 
 TEST(ConcreteComponentFromPool, TheSystemNameComesFromTheInstanceId) {
   const ScopedInventory inventory(MixedInventory());
-  const Outcome outcome = FromPool("Other:nas1:PrimordialPool1");
+  const Outcome outcome = ComponentsOfPool("Other:nas1:PrimordialPool1");
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   const std::vector<Instance> extents = outcome.instances();
   ASSERT_EQ(extents.size(), 1u);
@@ -257,7 +250,7 @@ TEST(ConcreteComponentFromPool, TheSystemNameComesFromTheInstanceId) {
 TEST(ConcreteComponentFromPool, ThePlaceholderPoolFailsOnItsNumberBeforeAnyLibraryCall) {
   const ScopedInventory inventory(MixedInventory());
   const ScopedTrace trace;
-  ExpectFailure(FromPool("InstanceID_SPP"), "invalid stoi argument");
+  ExpectFailure(ComponentsOfPool("InstanceID_SPP"), "invalid stoi argument");
   EXPECT_TRUE(trace.lines().empty());
   EXPECT_TRUE(ErrorLogEndsWith("ZEDA_ConcreteComponent_Primordial: invalid stoi argument"));
 }
@@ -265,18 +258,19 @@ TEST(ConcreteComponentFromPool, ThePlaceholderPoolFailsOnItsNumberBeforeAnyLibra
 TEST(ConcreteComponentFromPool, MalformedInstanceIdsFailBeforeAnyLibraryCall) {
   const ScopedInventory inventory(MixedInventory());
   const ScopedTrace trace;
-  ExpectFailure(FromPool("ZEDA:nas1:PrimordialPoo"), "invalid string position");
-  ExpectFailure(FromPool("ZEDA:nas1"), "invalid string position");
-  ExpectFailure(FromPool("ZEDA:nas1:PrimordialPool"), "invalid stoi argument");
-  ExpectFailure(FromPool("ZEDA:nas1:PrimordialPool99999999999"), "stoi argument out of range");
+  ExpectFailure(ComponentsOfPool("ZEDA:nas1:PrimordialPoo"), "invalid string position");
+  ExpectFailure(ComponentsOfPool("ZEDA:nas1"), "invalid string position");
+  ExpectFailure(ComponentsOfPool("ZEDA:nas1:PrimordialPool"), "invalid stoi argument");
+  ExpectFailure(ComponentsOfPool("ZEDA:nas1:PrimordialPool99999999999"),
+                "stoi argument out of range");
   EXPECT_TRUE(trace.lines().empty());
 }
 
 TEST(ConcreteComponentFromPool, AnUnknownNasFailsWithTheLibrarysMessage) {
   const ScopedInventory inventory(MixedInventory());
-  ExpectFailure(FromPool("ZEDA:nas9:PrimordialPool2"), "NAS not found: nas9");
+  ExpectFailure(ComponentsOfPool("ZEDA:nas9:PrimordialPool2"), "NAS not found: nas9");
   // With a single ":" the NAS name is everything after it.
-  ExpectFailure(FromPool("ZEDA:PrimordialPool2"), "NAS not found: PrimordialPool2");
+  ExpectFailure(ComponentsOfPool("ZEDA:PrimordialPool2"), "NAS not found: PrimordialPool2");
 }
 
 // --- AssociatorsHandler1: from an extent ---------------------------------
@@ -293,7 +287,7 @@ const Strings kPoolPropertyNames = {"Usage",
 TEST(ConcreteComponentFromExtent, TheDataPoolInstanceInFullWithItsTotalInBytes) {
   const ScopedInventory inventory(MixedInventory());
   const ScopedTrace trace;
-  const Outcome outcome = FromExtent("0:1");
+  const Outcome outcome = ComponentsOfExtent("0:1");
   ASSERT_EQ(outcome.code(), CMPI_RC_OK);
   EXPECT_TRUE(outcome.done);
   const std::vector<Instance> pools = outcome.instances();
@@ -320,7 +314,7 @@ TEST(ConcreteComponentFromExtent, TheDataPoolInstanceInFullWithItsTotalInBytes) 
 
 TEST(ConcreteComponentFromExtent, TheFreePoolKeepsAllOfItsSpace) {
   const ScopedInventory inventory(MixedInventory());
-  const std::vector<Instance> pools = FromExtent("0:3").instances();
+  const std::vector<Instance> pools = ComponentsOfExtent("0:3").instances();
   ASSERT_EQ(pools.size(), 1u);
   EXPECT_EQ(pools[0].property("Usage"), Value::uint16(2));
   EXPECT_EQ(pools[0].property("InstanceID"), Value::string("ZEDA:nas1:PrimordialPool1"));
@@ -332,16 +326,16 @@ TEST(ConcreteComponentFromExtent, TheFreePoolKeepsAllOfItsSpace) {
 
 TEST(ConcreteComponentFromExtent, SpareCacheAndUnlistedDisksHaveNoPoolHere) {
   const ScopedInventory inventory(MixedInventory());
-  ExpectFailure(FromExtent("0:4"), "Incorrect association class");  // spare
-  ExpectFailure(FromExtent("0:6"), "Incorrect association class");  // cache
-  ExpectFailure(FromExtent("0:5"), "Incorrect association class");  // in no group
-  ExpectFailure(FromExtent("0:9"), "Incorrect association class");  // no such disk
+  ExpectFailure(ComponentsOfExtent("0:4"), "Incorrect association class");  // spare
+  ExpectFailure(ComponentsOfExtent("0:6"), "Incorrect association class");  // cache
+  ExpectFailure(ComponentsOfExtent("0:5"), "Incorrect association class");  // in no group
+  ExpectFailure(ComponentsOfExtent("0:9"), "Incorrect association class");  // no such disk
   EXPECT_TRUE(ErrorLogEndsWith("ZEDA_ConcreteComponent_Primordial: Incorrect association class"));
 }
 
 TEST(ConcreteComponentFromExtent, ANasWithoutDisksHasNoPoolForAnyExtent) {
   const ScopedInventory inventory(InventoryJson({NasJson("nas1", {})}));
-  ExpectFailure(FromExtent("0:1"), "Incorrect association class");
+  ExpectFailure(ComponentsOfExtent("0:1"), "Incorrect association class");
 }
 
 TEST(ConcreteComponentFromExtent, TheDataTotalCountsEveryJoinedListHoldingTheIdentifier) {
@@ -358,12 +352,12 @@ TEST(ConcreteComponentFromExtent, TheDataTotalCountsEveryJoinedListHoldingTheIde
                {DiskJson("0:1", 1000), DiskJson("0:10", 20000), DiskJson("0:11", 300000),
                 DiskJson("0,0", 4000000), Spare(DiskJson("0:2", 50000000))},
                {GroupJson({"0:10", "0:2"}, {}), GroupJson({"0:11"}, {})})}));
-  const std::vector<Instance> pools = FromExtent("0:10").instances();
+  const std::vector<Instance> pools = ComponentsOfExtent("0:10").instances();
   ASSERT_EQ(pools.size(), 1u);
   EXPECT_EQ(pools[0].property("PoolID"), Value::string("PrimordialPool2"));
   EXPECT_EQ(pools[0].property("TotalManagedSpace"), Value::uint64(4322000));
   // 0,0 is in no single entry: no pool for its extent.
-  ExpectFailure(FromExtent("0,0"), "Incorrect association class");
+  ExpectFailure(ComponentsOfExtent("0,0"), "Incorrect association class");
 }
 
 TEST(ConcreteComponentFromExtent, TheInstanceIdIsTheGivenSystemNameWithThePoolSuffix) {
@@ -378,7 +372,7 @@ TEST(ConcreteComponentFromExtent, TheInstanceIdIsTheGivenSystemNameWithThePoolSu
 TEST(ConcreteComponentFromExtent, TheDiskIdentifierMatchesWithoutRegardToCase) {
   const ScopedInventory inventory(
       InventoryJson({NasJson("nas1", {DiskJson("ab1")}, {GroupJson({"ab1"}, {})})}));
-  const std::vector<Instance> pools = FromExtent("AB1").instances();
+  const std::vector<Instance> pools = ComponentsOfExtent("AB1").instances();
   ASSERT_EQ(pools.size(), 1u);
   EXPECT_EQ(pools[0].property("PoolID"), Value::string("PrimordialPool2"));
 }
@@ -388,15 +382,15 @@ TEST(ConcreteComponentFromExtent, TheDiskIdentifierMatchesWithoutRegardToCase) {
 TEST(ConcreteComponentFromExtent, APropertyListFiltersAllButTheFiveKeptNames) {
   const ScopedInventory inventory(MixedInventory());
   const KeyListHonoured honoured;
-  const std::vector<Instance> named = FromExtent("0:1", Strings{"ElementName"}).instances();
+  const std::vector<Instance> named = ComponentsOfExtent("0:1", Strings{"ElementName"}).instances();
   ASSERT_EQ(named.size(), 1u);
   EXPECT_EQ(PropertyNames(named[0]), (Strings{"InstanceID", "Primordial", "ElementName", "PoolID",
                                               "TotalManagedSpace", "RemainingManagedSpace"}));
-  const std::vector<Instance> none = FromExtent("0:1", Strings{}).instances();
+  const std::vector<Instance> none = ComponentsOfExtent("0:1", Strings{}).instances();
   ASSERT_EQ(none.size(), 1u);
   EXPECT_EQ(PropertyNames(none[0]), (Strings{"InstanceID", "Primordial", "PoolID",
                                              "TotalManagedSpace", "RemainingManagedSpace"}));
-  const std::vector<Instance> all = FromExtent("0:1", std::nullopt).instances();
+  const std::vector<Instance> all = ComponentsOfExtent("0:1", std::nullopt).instances();
   ASSERT_EQ(all.size(), 1u);
   EXPECT_EQ(PropertyNames(all[0]), kPoolPropertyNames);
 }
@@ -406,14 +400,14 @@ TEST(ConcreteComponentFromExtent, APropertyListFiltersAllButTheFiveKeptNames) {
 TEST(ConcreteComponentFromExtent, APropertyListKeepsOnlyTheListedPropertiesOfThePool) {
   const ScopedInventory inventory(MixedInventory());
   const std::vector<Instance> named =
-      FromExtent("0:1", Strings{"ElementName", "Nothing"}).instances();
+      ComponentsOfExtent("0:1", Strings{"ElementName", "Nothing"}).instances();
   ASSERT_EQ(named.size(), 1u);
   EXPECT_EQ(PropertyNames(named[0]), (Strings{"ElementName"}));
   EXPECT_EQ(named[0].property("ElementName"), Value::string("Data"));
-  const std::vector<Instance> none = FromExtent("0:1", Strings{}).instances();
+  const std::vector<Instance> none = ComponentsOfExtent("0:1", Strings{}).instances();
   ASSERT_EQ(none.size(), 1u);
   EXPECT_TRUE(PropertyNames(none[0]).empty());
-  const std::vector<Instance> all = FromExtent("0:1", std::nullopt).instances();
+  const std::vector<Instance> all = ComponentsOfExtent("0:1", std::nullopt).instances();
   ASSERT_EQ(all.size(), 1u);
   EXPECT_EQ(PropertyNames(all[0]), kPoolPropertyNames);
 }

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "Fixtures.h"
 
 namespace zeda::test {
@@ -36,6 +38,14 @@ inline std::vector<std::string> DeviceIds(const zeda::host::Outcome& outcome) {
     ids.push_back(instance.property("DeviceID").str());
   }
   return ids;
+}
+
+// A refused walk: the error status with `message`, no result, no returnDone.
+inline void ExpectFailure(const zeda::host::Outcome& outcome, const std::string& message) {
+  EXPECT_EQ(outcome.code(), CMPI_RC_ERROR);
+  EXPECT_EQ(outcome.status.message, message);
+  EXPECT_FALSE(outcome.done);
+  EXPECT_TRUE(outcome.results.empty());
 }
 
 }  // namespace zeda::test

@@ -158,14 +158,6 @@ TEST(ParseExtentKey, WithoutDiskExtentTheIdentifierStartsAtPosition9) {
             "invalid string position");
 }
 
-zeda::orvi::OrviDiskList List(std::vector<zeda::orvi::OrviDisk> disks,
-                              std::vector<zeda::orvi::OrviDiskGroup> groups = {}) {
-  zeda::orvi::OrviDiskList list;
-  list.disks = std::move(disks);
-  list.groups = std::move(groups);
-  return list;
-}
-
 TEST(PoolOfDisk, TheRecordWithTheIdentifierIsClassified) {
   const auto list =
       List({Disk("0:1", 1, kFree), Disk("0:2"), Disk("0:3", 1, kSsd)}, {Group({"0:2"}, {})});

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "inventory/Records.h"
@@ -29,6 +30,15 @@ inline zeda::orvi::OrviDiskGroup Group(std::vector<std::string> dataDisks,
   group.dataDisks = std::move(dataDisks);
   group.spareDisks = std::move(spareDisks);
   return group;
+}
+
+// The disk list of one NAS: `disks` and its RAID `groups`.
+inline zeda::orvi::OrviDiskList List(std::vector<zeda::orvi::OrviDisk> disks,
+                                     std::vector<zeda::orvi::OrviDiskGroup> groups = {}) {
+  zeda::orvi::OrviDiskList list;
+  list.disks = std::move(disks);
+  list.groups = std::move(groups);
+  return list;
 }
 
 }  // namespace zeda::test

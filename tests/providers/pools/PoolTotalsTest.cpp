@@ -12,14 +12,6 @@ using zeda::orvi::OrviDiskList;
 using zeda::pelka::ComputePoolTotals;
 using zeda::pelka::PoolTotals;
 
-OrviDiskList List(std::vector<zeda::orvi::OrviDisk> disks,
-                  std::vector<zeda::orvi::OrviDiskGroup> groups = {}) {
-  OrviDiskList list;
-  list.disks = std::move(disks);
-  list.groups = std::move(groups);
-  return list;
-}
-
 TEST(ComputePoolTotals, ANasWithoutDisksHasFourZeros) {
   EXPECT_EQ(ComputePoolTotals(List({})), (PoolTotals{0, 0, 0, 0}));
   EXPECT_EQ(ComputePoolTotals(List({}, {Group({"0:1"}, {"0:2"})})), (PoolTotals{0, 0, 0, 0}));
