@@ -74,8 +74,8 @@ class EncObject {
 
  private:
   friend class Store;
-  // Makes the face in `slot` (FaceArena::kSlotSize bytes); returns it.
-  virtual void* placeFace(void* slot) = 0;
+  // Makes the face in `slot` (FaceArena::kSlotSize bytes).
+  virtual void placeFace(void* slot) = 0;
   // Marks the face dead: every later call through it answers
   // CMPI_RC_ERR_INVALID_HANDLE.
   virtual void clearHandle() = 0;
@@ -102,9 +102,8 @@ class Enc : public EncObject {
   Face* face() { return face_; }
 
  private:
-  void* placeFace(void* slot) override {
+  void placeFace(void* slot) override {
     face_ = new (slot) Face{static_cast<EncObject*>(this), ft_};
-    return face_;
   }
   void clearHandle() override { face_->hdl = nullptr; }
 
