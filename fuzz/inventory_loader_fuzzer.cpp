@@ -1,13 +1,16 @@
 // libFuzzer harness of the inventory loader. Any text either loads or is
 // refused with one std::runtime_error whose message names the file; nothing
 // else may escape (no JSON library exception), and a loaded inventory holds
-// no string with a NUL character (it would cut CMPI strings short).
+// no string with a NUL character (it would cut CMPI strings short). Where the
+// quick reading of plain documents accepts a text, the full reading must
+// accept it too and give the same records.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <stdexcept>
 #include <string>
 
+#include "InventoryPlain.h"
 #include "platform/Inventory.h"
 
 namespace {
@@ -46,6 +49,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (AnyNul(inventory)) std::abort();
   } catch (const std::runtime_error& e) {
     if (std::string(e.what()).find(kFileName) == std::string::npos) std::abort();
+  }
+  if (const auto plain = zeda::pelka::platform::ReadPlainInventory(text)) {
+    try {
+      if (!(*plain == zeda::pelka::platform::ReadWholeInventory(text))) std::abort();
+    } catch (...) {
+      std::abort();  // the full reading refused what the quick one accepted
+    }
   }
   return 0;
 }

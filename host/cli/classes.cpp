@@ -97,6 +97,16 @@ void printClasses(std::ostream& out, Format format, const std::vector<std::strin
         out << "<CLASSNAME NAME=\"" << xmlEscape(c.className) << "\"/>\n";
       out << "</IRETURNVALUE>\n";
       break;
+    case Format::Table: {
+      std::vector<std::vector<std::string>> rows;
+      for (const auto& c : classes) {
+        std::string factories;
+        for (const auto& f : c.factories) factories += (factories.empty() ? "" : " ") + f;
+        rows.push_back({c.className, c.provider, factories});
+      }
+      out << "Classes\n" << host::textTable({"Class", "Provider", "Factories"}, rows);
+      break;
+    }
   }
 }
 

@@ -1,5 +1,6 @@
 // zeda-cim: runs one CIM operation against a provider module through the
-// in-process object manager and prints the answer as MOF, JSON or CIM-XML.
+// in-process object manager and prints the answer as MOF, JSON, CIM-XML or
+// text tables.
 //
 // Exit status: 0 when the operation's status code is 0, 1 for any other
 // code, 2 for a usage error (one line on stderr).

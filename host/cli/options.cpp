@@ -28,8 +28,8 @@ bool isAssociation(const std::string& op) {
 std::string usageText() {
   return "usage: zeda-cim [--module PATH] [--config FILE] [--inventory FILE] [--program-data DIR] "
          "[--nas-trace FILE]\n"
-         "                [--namespace NS] [--format mof|json|xml] [--property NAME]... OPERATION "
-         "ARGS\n"
+         "                [--namespace NS] [--format mof|json|xml|table] [--property NAME]... "
+         "OPERATION ARGS\n"
          "  ei  | enumerate-instances CLASS          ein | enumerate-instance-names CLASS\n"
          "  gi  | get-instance PATH\n"
          "  ai  | associators PATH [--assoc-class C] [--provider P] [--result-class C] [--role R] "
@@ -90,8 +90,10 @@ Options parseOptions(const std::vector<std::string>& args) {
         o.format = Format::Json;
       } else if (f == "xml") {
         o.format = Format::Xml;
+      } else if (f == "table") {
+        o.format = Format::Table;
       } else {
-        throw UsageError("unknown format " + f + " (mof, json or xml)");
+        throw UsageError("unknown format " + f + " (mof, json, xml or table)");
       }
     } else if (name == "--property") {
       if (!o.properties) o.properties.emplace();

@@ -14,7 +14,7 @@ class UsageError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-enum class Format { Mof, Json, Xml };
+enum class Format { Mof, Json, Xml, Table };
 
 struct Options {
   std::optional<std::string> module;

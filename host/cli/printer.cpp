@@ -2,7 +2,9 @@
 //   {"operation": op, "results": [...], "status": {...}, "done": b}
 // with one result a line, so that it can be written as the results come and
 // still be one valid document; MOF and CIM-XML are the text toMof / toXml
-// give for the whole outcome, written piece by piece.
+// give for the whole outcome, written piece by piece. The table format is the
+// exception: its column widths depend on every row, so the results are kept
+// and the tables written at the end (format_table.cpp says why that is fine).
 #include "printer.hpp"
 
 #include <unistd.h>
@@ -43,6 +45,7 @@ void StreamPrinter::begin() {
       buffer_.insert(0, "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<IRETURNVALUE>\n");
       break;
     case Format::Mof:
+    case Format::Table:
       break;
   }
 }
@@ -66,6 +69,9 @@ void StreamPrinter::instance(const host::Instance& i) {
     case Format::Xml:
       buffer_ = host::instanceToXml(i) + "\n";
       break;
+    case Format::Table:
+      kept_.emplace_back(i);  // written by finish()
+      return;
   }
   begin();
   anyResult_ = true;
@@ -84,6 +90,9 @@ void StreamPrinter::path(const host::ObjectPath& p) {
     case Format::Xml:
       buffer_ = host::objectPathToXml(p) + "\n";
       break;
+    case Format::Table:
+      kept_.emplace_back(p);  // written by finish()
+      return;
   }
   begin();
   anyResult_ = true;
@@ -102,6 +111,9 @@ void StreamPrinter::value(const host::Value& v) {
     case Format::Xml:
       buffer_ = host::valueToXml(v) + "\n";
       break;
+    case Format::Table:
+      kept_.emplace_back(v);  // written by finish()
+      return;
   }
   begin();
   anyResult_ = true;
@@ -119,6 +131,10 @@ void StreamPrinter::finish(const host::Outcome& outcome) {
       break;
     case Format::Xml:
       buffer_ += "</IRETURNVALUE>\n";
+      break;
+    case Format::Table:
+      buffer_ = host::toTable(kept_);
+      kept_.clear();
       break;
     case Format::Mof:
       break;

@@ -1,8 +1,10 @@
 // Prints the results of one operation as the provider returns them: each
-// result is written to standard output at once, in MOF, JSON or CIM-XML.
+// result is written to standard output at once, in MOF, JSON or CIM-XML; in
+// the table format they are kept and written by finish().
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "options.hpp"
 #include "zeda/host/outcome.hpp"
@@ -24,7 +26,8 @@ class StreamPrinter final : public host::ResultSink {
   void value(const host::Value& v) override;
 
   // The end of the document: for JSON the status and the done flag (the
-  // members after "results"), for CIM-XML the closing element.
+  // members after "results"), for CIM-XML the closing element, for the
+  // table format the tables of every result.
   void finish(const host::Outcome& outcome);
 
  private:
@@ -37,6 +40,7 @@ class StreamPrinter final : public host::ResultSink {
   bool begun_ = false;
   bool anyResult_ = false;
   std::string buffer_;  // the text of one result, reused
+  std::vector<host::ResultItem> kept_;  // the table format's results
 };
 
 }  // namespace zeda::cim

@@ -4,6 +4,7 @@
 // versions can follow the BrokerSettings.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -65,6 +66,9 @@ class Broker {
   // answers CMPI_RC_ERR_INVALID_HANDLE from then on (see core.hpp).
   void release(EncObject& obj);
   const BrokerSettings& settings() const { return settings_; }
+  // Whether setPropertyFilter keeps what its key list names (Host::setHonourKeyList).
+  bool honourKeyList() const { return honourKeyList_.load(std::memory_order_relaxed); }
+  void setHonourKeyList(bool honour) { honourKeyList_.store(honour, std::memory_order_relaxed); }
   Tables& tables() { return tables_; }
 
   void setRouter(Router* router) { router_ = router; }
@@ -85,6 +89,7 @@ class Broker {
 
  private:
   BrokerSettings settings_;
+  std::atomic<bool> honourKeyList_{false};
   CMPIBrokerFT bft_{};
   CMPIBrokerEncFT eft_{};
   CMPIBrokerExtFT xft_{};

@@ -1,5 +1,12 @@
 // CMPIInstance: properties in the order of first setting, the object path as
 // given, and the property filter of setPropertyFilter.
+//
+// The filter keeps the properties of its property list and the key
+// properties of the instance's own object path (a client always gets the
+// keys). The key list of setPropertyFilter is deprecated in the CMPI
+// standard and ignored by the object manager, so it is ignored here too,
+// unless Host::setHonourKeyList asks for the older behaviour of also keeping
+// the properties it names.
 #include "convert.hpp"
 #include "objects.hpp"
 
@@ -12,6 +19,9 @@ bool InstanceObj::admits(std::string_view name) const {
   if (!propertyFilter) return true;
   for (const auto& n : *propertyFilter) {
     if (namesEqual(n, name)) return true;
+  }
+  for (const auto& key : inst.path().keys()) {
+    if (namesEqual(key.name, name)) return true;
   }
   for (const auto& n : keyFilter) {
     if (namesEqual(n, name)) return true;
@@ -99,7 +109,10 @@ CMPIStatus setPropertyFilter(CMPIInstance* ci, const char** propertyList, const 
   return guarded([&] {
     InstanceObj& o = self(ci);
     o.propertyFilter = readNameList(propertyList);
-    o.keyFilter = readNameList(keyList).value_or(std::vector<std::string>{});
+    o.keyFilter.clear();
+    if (o.broker().honourKeyList()) {
+      o.keyFilter = readNameList(keyList).value_or(std::vector<std::string>{});
+    }
     return status(CMPI_RC_OK);
   });
 }

@@ -93,6 +93,8 @@ std::vector<Status> Host::unload() {
 
 void Host::setInvocationFlags(std::uint32_t flags) { impl_->invocationFlags = flags; }
 
+void Host::setHonourKeyList(bool honour) { impl_->broker.setHonourKeyList(honour); }
+
 void Host::setContextEntry(const std::string& name, const Value& value) {
   for (auto& e : impl_->extraEntries) {
     if (namesEqual(e.name, name)) {

@@ -68,9 +68,12 @@ class InstanceObj : public Enc<CMPIInstance> {
  public:
   InstanceObj(Broker& b, Instance inst);
   Instance inst;
-  // Set by setPropertyFilter; nullopt: no filter.
+  // Set by setPropertyFilter; nullopt: no filter. keyFilter holds the
+  // names of its key list only under Host::setHonourKeyList(true).
   std::optional<std::vector<std::string>> propertyFilter;
   std::vector<std::string> keyFilter;
+  // Whether setProperty keeps `name`: no filter, a name of the property
+  // list, a key of the instance's object path, or of keyFilter.
   bool admits(std::string_view name) const;
 };
 

@@ -69,6 +69,8 @@ FileRead ReadFileIfChanged(const std::string& path, const std::optional<FileStam
   if (unlessStamp && *unlessStamp == read.stamp) {
     return read;
   }
+  // The whole file in one allocation, unless it grows while being read.
+  if (status.st_size > 0) read.text.reserve(static_cast<std::size_t>(status.st_size) + kTextSlack);
   char buffer[65536];
   for (;;) {
     const ssize_t count = ::read(file.get(), buffer, sizeof buffer);
@@ -80,6 +82,9 @@ FileRead ReadFileIfChanged(const std::string& path, const std::optional<FileStam
       return read;
     }
     read.text.append(buffer, static_cast<std::size_t>(count));
+  }
+  if (read.text.capacity() - read.text.size() < kTextSlack) {
+    read.text.reserve(read.text.size() + kTextSlack);
   }
   return read;
 }

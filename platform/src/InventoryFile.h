@@ -2,6 +2,7 @@
 #pragma once
 
 #include <sys/types.h>
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -25,10 +26,15 @@ struct FileStamp {
   bool operator!=(const FileStamp& other) const { return !(*this == other); }
 };
 
+// Bytes of spare capacity a read text has after its end: the JSON reader
+// parses a text in place only when at least its padding follows it, and
+// copies the whole text otherwise.
+inline constexpr std::size_t kTextSlack = 64;
+
 struct FileRead {
   FileStamp stamp;
   std::string error;  // set when the file could not be read
-  std::string text;
+  std::string text;   // followed by at least kTextSlack bytes of spare capacity
 };
 
 // The stamp of `path` as open() and fstat() see it, and, unless the stamp

@@ -1,19 +1,23 @@
-// ParseInventory: simdjson reads the document and the walk of
-// InventoryWalker.h checks it and builds the records. A document simdjson
-// refuses is read again by the careful reader (InventoryRefused.h), which
-// words the refusal with line and column, or with the place of a number out
-// of range; it also accepts what only simdjson refuses (a byte order mark).
-// Both readers walk the document with the same code, so they refuse and
-// accept alike.
+// ParseInventory: a document in the plain form is read by the quick reading
+// (InventoryPlain.h). Any other is read in full: simdjson parses the
+// document and the walk of InventoryWalker.h checks it and builds the
+// records. A document simdjson refuses is read again by the careful reader
+// (InventoryRefused.h), which words the refusal with line and column, or
+// with the place of a number out of range; it also accepts what only simdjson
+// refuses (a byte order mark). Both full readers walk the document with the
+// same code, so they refuse and accept alike.
 #include <cstdint>
 #include <cstring>
 #include <exception>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
 #include <simdjson.h>
 
+#include "InventoryFile.h"
+#include "InventoryPlain.h"
 #include "InventoryRefused.h"
 #include "InventoryWalker.h"
 #include "platform/Inventory.h"
@@ -23,6 +27,9 @@ namespace zeda::pelka::platform {
 namespace {
 
 namespace dom = simdjson::dom;
+
+static_assert(kTextSlack >= simdjson::SIMDJSON_PADDING,
+              "a file's text must be parsed where it was read");
 
 // InventoryWalker's view of a simdjson document. Every accessor is called
 // only after KindOf has given the matching kind, so no result is unchecked.
@@ -115,17 +122,25 @@ bool MayHoldMinusZero(const std::string& text) {
 
 }  // namespace
 
+Inventory ReadWholeInventory(const std::string& jsonText) {
+  dom::parser parser;
+  dom::element document;
+  if (MayHoldMinusZero(jsonText) || parser.parse(jsonText).get(document) != simdjson::SUCCESS) {
+    return ReadRefusedDocument(jsonText);
+  }
+  return InventoryWalker<SimdjsonDocument>::Document(document);
+}
+
 Inventory ParseInventory(const std::string& jsonText, const std::string& fileName) {
   const auto refusal = [&fileName](const std::string& what) {
     return std::runtime_error("Bad inventory file " + fileName + ": " + what);
   };
   try {
-    dom::parser parser;
-    dom::element document;
-    if (MayHoldMinusZero(jsonText) || parser.parse(jsonText).get(document) != simdjson::SUCCESS) {
-      return ReadRefusedDocument(jsonText);
+    // simdjson reads -0 as 0: such a text takes the careful way at once.
+    if (!MayHoldMinusZero(jsonText)) {
+      if (std::optional<Inventory> plain = ReadPlainInventory(jsonText)) return std::move(*plain);
     }
-    return InventoryWalker<SimdjsonDocument>::Document(document);
+    return ReadWholeInventory(jsonText);
   } catch (const Problem& problem) {
     throw refusal(problem.place + ": " + problem.text);
   } catch (const SyntaxError& error) {

@@ -137,10 +137,18 @@ class InventoryWalker {
   static Members<N> MembersOf(const Value& object, const Place& place, const Names<N>& names) {
     Members<N> members;
     std::optional<std::string_view> unknown;
+    // Files mostly list the members in the order of `names`: the name after
+    // the last one found is tried first, the others only when it differs.
+    std::size_t expected = 0;
     Json::ForEachMember(object, [&](std::string_view name, const Value& value) {
+      if (expected < N && name == names[expected]) {
+        members[expected++] = value;
+        return;
+      }
       for (std::size_t i = 0; i < N; ++i) {
         if (name == names[i]) {
           members[i] = value;
+          expected = i + 1;
           return;
         }
       }
@@ -169,12 +177,15 @@ class InventoryWalker {
     return text;
   }
 
-  static std::string StringAt(const Value& value, const Place& place) {
-    return std::string(TextAt(value, place));
+  // Records are filled in place: each string is copied once, from the
+  // document into the record that keeps it.
+  static void ReadString(const Value& value, const Place& place, std::string& into) {
+    into.assign(TextAt(value, place));
   }
 
-  static std::string OptionalString(const std::optional<Value>& value, const Place& place) {
-    return value ? StringAt(*value, place) : std::string();
+  static void OptionalString(const std::optional<Value>& value, const Place& place,
+                             std::string& into) {
+    if (value) ReadString(*value, place, into);
   }
 
   static bool OptionalBool(const std::optional<Value>& value, const Place& place) {
@@ -215,64 +226,57 @@ class InventoryWalker {
     return *status;
   }
 
-  static zeda::orvi::OrviDiskHealth Health(const Value& value, const Place& place) {
+  static void Health(const Value& value, const Place& place, zeda::orvi::OrviDiskHealth& health) {
     ExpectObject(value, place);
     const auto members = MembersOf(value, place, kHealthMembers);
-    zeda::orvi::OrviDiskHealth health;
     health.healthStatus = static_cast<std::uint32_t>(
         OptionalUnsigned(members[0], place.Member("status"), kMax32, "unsigned 32-bit"));
-    health.message = OptionalString(members[1], place.Member("message"));
-    return health;
+    OptionalString(members[1], place.Member("message"), health.message);
   }
 
-  static zeda::orvi::OrviDiskIdentity Identity(const Value& value, const Place& place) {
+  static void Identity(const Value& value, const Place& place,
+                       zeda::orvi::OrviDiskIdentity& identity) {
     ExpectObject(value, place);
     const auto members = MembersOf(value, place, kIdentityMembers);
-    zeda::orvi::OrviDiskIdentity identity;
-    identity.product = OptionalString(members[0], place.Member("product"));
-    identity.model = OptionalString(members[1], place.Member("model"));
-    identity.serial = OptionalString(members[2], place.Member("serial"));
-    return identity;
+    OptionalString(members[0], place.Member("product"), identity.product);
+    OptionalString(members[1], place.Member("model"), identity.model);
+    OptionalString(members[2], place.Member("serial"), identity.serial);
   }
 
-  static DiskRecord Disk(const Value& value, const Place& place) {
+  // Fills `record`, which holds the defaults of every optional member.
+  static void Disk(const Value& value, const Place& place, DiskRecord& record) {
     ExpectObject(value, place);
     const auto m = MembersOf(value, place, kDiskMembers);
-    DiskRecord record;
     zeda::orvi::OrviDisk& disk = record.disk;
     if (!m[0]) Refuse(place.Member("id"), "missing required member");
-    disk.id = StringAt(*m[0], place.Member("id"));
+    ReadString(*m[0], place.Member("id"), disk.id);
     disk.status = Status(m[1], place.Member("status"));
     disk.isFree = OptionalBool(m[2], place.Member("isFree"));
     disk.isSpare = OptionalBool(m[3], place.Member("isSpare"));
     disk.isSsd = OptionalBool(m[4], place.Member("isSsd"));
-    disk.interfaceType = OptionalString(m[5], place.Member("interfaceType"));
-    disk.firmwareVersion = OptionalString(m[6], place.Member("firmwareVersion"));
+    OptionalString(m[5], place.Member("interfaceType"), disk.interfaceType);
+    OptionalString(m[6], place.Member("firmwareVersion"), disk.firmwareVersion);
     disk.capacity = OptionalUnsigned(m[7], place.Member("capacity"), kMax64, "unsigned 64-bit");
     disk.rpm = static_cast<std::uint32_t>(
         OptionalUnsigned(m[8], place.Member("rpm"), kMax32, "unsigned 32-bit"));
-    if (m[9]) record.health = Health(*m[9], place.Member("health"));
-    if (m[10]) record.identity = Identity(*m[10], place.Member("identity"));
-    return record;
+    if (m[9]) Health(*m[9], place.Member("health"), record.health);
+    if (m[10]) Identity(*m[10], place.Member("identity"), record.identity);
   }
 
-  static std::vector<std::string> IdList(const std::optional<Value>& value, const Place& place) {
-    std::vector<std::string> ids;
-    if (!value) return ids;
+  static void IdList(const std::optional<Value>& value, const Place& place,
+                     std::vector<std::string>& ids) {
+    if (!value) return;
     ExpectArray(*value, place);
     ids.reserve(Json::Size(*value));
     Json::ForEachElement(
-        *value, [&](const Value& id) { ids.push_back(StringAt(id, place.Element(ids.size()))); });
-    return ids;
+        *value, [&](const Value& id) { ids.emplace_back(TextAt(id, place.Element(ids.size()))); });
   }
 
-  static zeda::orvi::OrviDiskGroup Group(const Value& value, const Place& place) {
+  static void Group(const Value& value, const Place& place, zeda::orvi::OrviDiskGroup& group) {
     ExpectObject(value, place);
     const auto members = MembersOf(value, place, kGroupMembers);
-    zeda::orvi::OrviDiskGroup group;
-    group.dataDisks = IdList(members[0], place.Member("dataDisks"));
-    group.spareDisks = IdList(members[1], place.Member("spareDisks"));
-    return group;
+    IdList(members[0], place.Member("dataDisks"), group.dataDisks);
+    IdList(members[1], place.Member("spareDisks"), group.spareDisks);
   }
 
   static NasRecord Nas(const Value& value, const Place& place) {
@@ -280,13 +284,14 @@ class InventoryWalker {
     const auto members = MembersOf(value, place, kNasMembers);
     NasRecord nas;
     if (!members[0]) Refuse(place.Member("name"), "missing required member");
-    nas.name = StringAt(*members[0], place.Member("name"));
+    ReadString(*members[0], place.Member("name"), nas.name);
     if (members[1]) {
       const Place where = place.Member("disks");
       ExpectArray(*members[1], where);
       nas.disks.reserve(Json::Size(*members[1]));
       Json::ForEachElement(*members[1], [&](const Value& disk) {
-        nas.disks.push_back(Disk(disk, where.Element(nas.disks.size())));
+        const std::size_t index = nas.disks.size();
+        Disk(disk, where.Element(index), nas.disks.emplace_back());
       });
     }
     if (members[2]) {
@@ -294,7 +299,8 @@ class InventoryWalker {
       ExpectArray(*members[2], where);
       nas.groups.reserve(Json::Size(*members[2]));
       Json::ForEachElement(*members[2], [&](const Value& group) {
-        nas.groups.push_back(Group(group, where.Element(nas.groups.size())));
+        const std::size_t index = nas.groups.size();
+        Group(group, where.Element(index), nas.groups.emplace_back());
       });
     }
     return nas;

@@ -1,13 +1,12 @@
 // The NAS API object of one NAS of a snapshot. It answers from the snapshot's
-// immutable records, so it needs no lock. Look-ups go through indexes built
-// once per snapshot (keys folded to ASCII lower case), so a query costs the
-// same on a NAS of ten disks and one of ten thousand.
+// immutable records, so it needs no lock. Look-ups go through an index built
+// once per snapshot (DiskKeyIndex.h), so a query costs the same on a NAS of
+// ten disks and one of ten thousand.
 #pragma once
 
-#include <cstddef>
 #include <string>
-#include <unordered_map>
 
+#include "DiskKeyIndex.h"
 #include "inventory/Orvi.h"
 #include "platform/Inventory.h"
 
@@ -27,11 +26,8 @@ class NasOrvi final : public zeda::orvi::Orvi {
   // Unknown disks throw std::runtime_error "Disk not found: <key>".
 
  private:
-  using Index = std::unordered_map<std::string, std::size_t>;  // folded key → disk position
-
   const NasRecord& nas_;
-  Index healthIndex_;    // health keys and identifiers; the first disk in list order wins
-  Index identityIndex_;  // identifiers; the first disk in list order wins
+  const DiskKeyIndex index_;  // of nas_.disks
 };
 
 }  // namespace zeda::pelka::platform

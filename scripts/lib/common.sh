@@ -5,7 +5,7 @@ ZEDA_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)"
 ZEDA_JOBS="${ZEDA_JOBS:-$(nproc)}"
 
 # Debian 12 packages the build and the tests need.
-ZEDA_PACKAGES=(g++ clang libclang-rt-14-dev cmake make pkg-config binutils
+ZEDA_PACKAGES=(g++ clang libclang-rt-14-dev lld cmake ninja-build make pkg-config binutils
   libgoogle-glog-dev libboost-dev nlohmann-json3-dev libsimdjson-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev
   smartmontools dpkg-dev)
@@ -13,13 +13,21 @@ ZEDA_PACKAGES=(g++ clang libclang-rt-14-dev cmake make pkg-config binutils
 # Every build states every option it relies on: CMake keeps cached values, so
 # a build directory configured by one script must not change what another
 # script builds in it (scripts/run then scripts/test share build/).
-ZEDA_RUN_OPTIONS=(-DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=OFF -DZEDA_BUILD_BENCH=OFF)
-ZEDA_PLAIN_TEST_OPTIONS=(-DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=ON -DZEDA_BUILD_BENCH=ON)
-ZEDA_SANITIZER_TEST_OPTIONS=(-DZEDA_SANITIZE=ON -DZEDA_BUILD_TESTS=ON -DZEDA_BUILD_BENCH=OFF)
-ZEDA_TSAN_OPTIONS=(-DZEDA_TSAN=ON -DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=ON -DZEDA_BUILD_BENCH=OFF)
-ZEDA_FUZZ_OPTIONS=(-DZEDA_FUZZ=ON -DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=OFF -DZEDA_BUILD_BENCH=OFF)
+ZEDA_GCC=(-DCMAKE_C_COMPILER=gcc -DCMAKE_CXX_COMPILER=g++)
+ZEDA_RUN_OPTIONS=("${ZEDA_GCC[@]}" -DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=OFF -DZEDA_BUILD_BENCH=OFF)
+ZEDA_PLAIN_TEST_OPTIONS=("${ZEDA_GCC[@]}" -DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=ON -DZEDA_BUILD_BENCH=ON)
+# The sanitizer builds use clang, which compiles them much faster than g++;
+# the one under AddressSanitizer also builds the libFuzzer harnesses, so
+# scripts/test fuzzes with the objects it has just tested.
+ZEDA_CLANG=(-DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++)
+ZEDA_SANITIZER_TEST_OPTIONS=("${ZEDA_CLANG[@]}" -DZEDA_SANITIZE=ON -DZEDA_FUZZ=ON
+  -DZEDA_TSAN=OFF -DZEDA_BUILD_TESTS=ON -DZEDA_BUILD_BENCH=OFF)
+ZEDA_TSAN_OPTIONS=("${ZEDA_CLANG[@]}" -DZEDA_TSAN=ON -DZEDA_SANITIZE=OFF -DZEDA_FUZZ=OFF
+  -DZEDA_BUILD_TESTS=ON -DZEDA_BUILD_BENCH=OFF)
+ZEDA_FUZZ_OPTIONS=("${ZEDA_CLANG[@]}" -DZEDA_FUZZ=ON -DZEDA_SANITIZE=OFF -DZEDA_TSAN=OFF
+  -DZEDA_BUILD_TESTS=OFF -DZEDA_BUILD_BENCH=OFF)
 # The Debian package (scripts/package) installs below /usr.
-ZEDA_PACKAGE_OPTIONS=(-DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=OFF -DZEDA_BUILD_BENCH=OFF
+ZEDA_PACKAGE_OPTIONS=("${ZEDA_GCC[@]}" -DZEDA_SANITIZE=OFF -DZEDA_BUILD_TESTS=OFF -DZEDA_BUILD_BENCH=OFF
   -DCMAKE_INSTALL_PREFIX=/usr)
 
 zeda_die() { echo "error: $*" >&2; exit 1; }
@@ -43,9 +51,28 @@ zeda_install_missing() {
 }
 
 # zeda_configure <build dir> <build type> [cmake args...]
+# Builds use Ninja, which keeps both cores busy across target boundaries.
+# Compilers are passed as full paths; a build directory configured earlier
+# with another generator or C++ compiler is configured afresh (CMake refuses
+# to switch generators in place).
 zeda_configure() {
   local dir="$1" type="$2"; shift 2
-  cmake -S "$ZEDA_ROOT" -B "$dir" -DCMAKE_BUILD_TYPE="$type" "$@" >/dev/null
+  local args=() arg cxx="" name
+  for arg in "$@"; do
+    if [[ "$arg" =~ ^-DCMAKE_(C|CXX)_COMPILER=(.*)$ ]]; then
+      name="${BASH_REMATCH[2]}"
+      arg="-DCMAKE_${BASH_REMATCH[1]}_COMPILER=$(command -v "$name")" \
+        || zeda_die "compiler $name not found"
+      [ "${BASH_REMATCH[1]}" = CXX ] && cxx="${arg#*=}"
+    fi
+    args+=("$arg")
+  done
+  local cache="$dir/CMakeCache.txt"
+  if [ -f "$cache" ] && { ! grep -qx 'CMAKE_GENERATOR:INTERNAL=Ninja' "$cache" \
+       || { [ -n "$cxx" ] && ! grep -qx "CMAKE_CXX_COMPILER:[A-Z]*=$cxx" "$cache"; }; }; then
+    rm -rf "$cache" "$dir/CMakeFiles"
+  fi
+  cmake -G Ninja -S "$ZEDA_ROOT" -B "$dir" -DCMAKE_BUILD_TYPE="$type" "${args[@]}" >/dev/null
 }
 
 # zeda_build <build dir> <build type> [extra cmake args...] -- [targets...]

@@ -17,6 +17,11 @@ class BrokerObjects : public ::testing::Test {
   const CMPIBroker* mb = host.broker();
 
   CMPIInstance* instance() { return host.makeInstance(Instance(ObjectPath(kNamespace, "ZEDA_F"))); }
+  // An instance whose object path has the key K.
+  CMPIInstance* keyedInstance() {
+    return host.makeInstance(
+        Instance(ObjectPath(kNamespace, "ZEDA_F", {{"K", Value::string("k1")}})));
+  }
 
   static CMPIStatus setU16(CMPIInstance* ci, const char* name, CMPIUint16 v) {
     CMPIValue value;
@@ -25,7 +30,83 @@ class BrokerObjects : public ::testing::Test {
   }
 };
 
-TEST_F(BrokerObjects, PropertyFilterDropsPropertiesOutsideBothListsSilently) {
+// The key list of setPropertyFilter is deprecated in the CMPI standard and
+// ignored by the object manager: the filter keeps the properties of its
+// property list and the keys of the instance's own object path.
+TEST_F(BrokerObjects, PropertyFilterKeepsThePropertyListAndThePathKeys) {
+  const char* props[] = {"A", nullptr};
+  const char* keys[] = {"B", nullptr};  // no key of the path, not in the property list
+  CMPIInstance* ci = keyedInstance();
+  ASSERT_EQ(ci->ft->setPropertyFilter(ci, props, keys).rc, CMPI_RC_OK);
+  EXPECT_EQ(setU16(ci, "B", 1).rc, CMPI_RC_OK);
+  EXPECT_EQ(setU16(ci, "k", 2).rc, CMPI_RC_OK);
+  EXPECT_EQ(setU16(ci, "a", 3).rc, CMPI_RC_OK);
+  EXPECT_EQ(setU16(ci, "C", 4).rc, CMPI_RC_OK);
+  const Instance got = readInstance(ci);
+  EXPECT_EQ(got.names(), (std::vector<std::string>{"k", "a"}));
+  CMPIStatus rc{};
+  ci->ft->getProperty(ci, "B", &rc);
+  EXPECT_EQ(rc.rc, CMPI_RC_ERR_NO_SUCH_PROPERTY);
+}
+
+TEST_F(BrokerObjects, PathKeysAreKeptWithANullOrEmptyKeyList) {
+  const char* props[] = {"A", nullptr};
+  const char* noKeys[] = {nullptr};
+  for (const char** keys : {static_cast<const char**>(nullptr), noKeys}) {
+    CMPIInstance* ci = keyedInstance();
+    ASSERT_EQ(ci->ft->setPropertyFilter(ci, props, keys).rc, CMPI_RC_OK);
+    setU16(ci, "B", 1);
+    setU16(ci, "K", 2);
+    setU16(ci, "A", 3);
+    EXPECT_EQ(readInstance(ci).names(), (std::vector<std::string>{"K", "A"}));
+  }
+}
+
+TEST_F(BrokerObjects, EmptyPropertyListKeepsOnlyThePathKeys) {
+  const char* props[] = {nullptr};
+  const char* keys[] = {"A", nullptr};
+  CMPIInstance* ci = keyedInstance();
+  ci->ft->setPropertyFilter(ci, props, keys);
+  setU16(ci, "A", 1);
+  setU16(ci, "K", 2);
+  EXPECT_EQ(readInstance(ci).names(), (std::vector<std::string>{"K"}));
+  // A path without keys: nothing is kept.
+  CMPIInstance* keyless = instance();
+  keyless->ft->setPropertyFilter(keyless, props, keys);
+  setU16(keyless, "A", 1);
+  setU16(keyless, "K", 2);
+  EXPECT_TRUE(readInstance(keyless).names().empty());
+}
+
+TEST_F(BrokerObjects, TheFilterFollowsTheCurrentObjectPath) {
+  const char* props[] = {"A", nullptr};
+  CMPIInstance* ci = instance();
+  ci->ft->setPropertyFilter(ci, props, nullptr);
+  setU16(ci, "K", 1);
+  CMPIObjectPath* keyed =
+      host.makeObjectPath(ObjectPath(kNamespace, "ZEDA_F", {{"K", Value::uint16(1)}}));
+  ASSERT_EQ(ci->ft->setObjectPath(ci, keyed).rc, CMPI_RC_OK);
+  setU16(ci, "K", 2);
+  EXPECT_EQ(readInstance(ci).names(), (std::vector<std::string>{"K"}));
+}
+
+TEST_F(BrokerObjects, NullPropertyListIgnoresTheKeyListToo) {
+  const char* keys[] = {"K", nullptr};
+  CMPIInstance* ci = instance();
+  ci->ft->setPropertyFilter(ci, nullptr, keys);
+  setU16(ci, "B", 1);
+  setU16(ci, "K", 2);
+  EXPECT_EQ(readInstance(ci).names(), (std::vector<std::string>{"B", "K"}));
+}
+
+// An object manager of the first CMPI versions also kept what the key list
+// names (Host::setHonourKeyList).
+class KeyListHonoured : public BrokerObjects {
+ protected:
+  void SetUp() override { host.setHonourKeyList(true); }
+};
+
+TEST_F(KeyListHonoured, PropertyFilterDropsPropertiesOutsideBothListsSilently) {
   const char* props[] = {"A", nullptr};
   const char* keys[] = {"K", nullptr};
   CMPIInstance* ci = instance();
@@ -41,7 +122,7 @@ TEST_F(BrokerObjects, PropertyFilterDropsPropertiesOutsideBothListsSilently) {
   EXPECT_EQ(rc.rc, CMPI_RC_ERR_NO_SUCH_PROPERTY);
 }
 
-TEST_F(BrokerObjects, EmptyPropertyListKeepsOnlyKeys) {
+TEST_F(KeyListHonoured, EmptyPropertyListKeepsOnlyKeys) {
   const char* props[] = {nullptr};
   const char* keys[] = {"K", nullptr};
   CMPIInstance* ci = instance();
@@ -49,6 +130,28 @@ TEST_F(BrokerObjects, EmptyPropertyListKeepsOnlyKeys) {
   setU16(ci, "A", 1);
   setU16(ci, "K", 2);
   EXPECT_EQ(readInstance(ci).names(), (std::vector<std::string>{"K"}));
+}
+
+TEST_F(KeyListHonoured, SwitchedOffTheKeyListIsIgnoredAgain) {
+  const char* props[] = {"A", nullptr};
+  const char* keys[] = {"K", nullptr};
+  host.setHonourKeyList(false);
+  CMPIInstance* ci = instance();
+  ci->ft->setPropertyFilter(ci, props, keys);
+  setU16(ci, "K", 1);
+  setU16(ci, "A", 2);
+  EXPECT_EQ(readInstance(ci).names(), (std::vector<std::string>{"A"}));
+}
+
+TEST_F(KeyListHonoured, AClearedFilterForgetsTheKeyList) {
+  const char* props[] = {"A", nullptr};
+  const char* keys[] = {"K", nullptr};
+  CMPIInstance* ci = instance();
+  ci->ft->setPropertyFilter(ci, props, keys);
+  ci->ft->setPropertyFilter(ci, props, nullptr);
+  setU16(ci, "K", 1);
+  setU16(ci, "A", 2);
+  EXPECT_EQ(readInstance(ci).names(), (std::vector<std::string>{"A"}));
 }
 
 TEST_F(BrokerObjects, NullPropertyListMeansNoFilter) {

@@ -217,7 +217,7 @@ std::vector<UsageCase> usageCases() {
       {"ExtraArgument", {"--module", m, "ei", "A", "B"}, "unexpected argument B"},
       {"UnknownFormat",
        {"--module", m, "--format", "yaml", "ei", "X"},
-       "unknown format yaml (mof, json or xml)"},
+       "unknown format yaml (mof, json, xml or table)"},
       {"OptionWithoutValue",
        {"--module", m, "ei", "X", "--module"},
        "option --module needs a value"},
@@ -257,7 +257,7 @@ std::vector<UsageCase> usageCases() {
       // Bytes that are not UTF-8 are shown as escapes; UTF-8 text stays as it is.
       {"BytesThatAreNotUtf8",
        {"--module", m, "--format", "y\xff\xc3(\xc3\xa9\x7f", "ei", "X"},
-       "unknown format y\\xff\\xc3(\xc3\xa9\\x7f (mof, json or xml)"},
+       "unknown format y\\xff\\xc3(\xc3\xa9\\x7f (mof, json, xml or table)"},
   };
 }
 

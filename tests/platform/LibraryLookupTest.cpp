@@ -174,6 +174,42 @@ TEST_F(InMemory, UnknownDiskIsRefused) {
   EXPECT_EQ(Thrown([&] { orvi.GetDiskIdentity("0:1 "); }), "Disk not found: 0:1 ");
 }
 
+TEST_F(InMemory, EveryDiskOfALargeNasIsFound) {
+  // Enough disks that keys share home slots and probe past one another; the
+  // second half repeats the first in upper case, so every key of the first
+  // half has a later disk with the same folded key, which must never answer;
+  // "d<i>" health keys of "d:<i>" identifiers equal the identifiers "d<i>"
+  // of the disks in the other list.
+  constexpr int kDisks = 3000;
+  std::vector<platform::DiskRecord> disks;
+  for (int i = 0; i < kDisks; ++i) disks.push_back(Disk("d:" + std::to_string(i), 1));
+  for (int i = 0; i < kDisks; ++i) disks.push_back(Disk("D:" + std::to_string(i), 2));
+  std::vector<platform::DiskRecord> plain;
+  for (int i = 0; i < kDisks; ++i) plain.push_back(Disk("d" + std::to_string(i), 3));
+  for (int i = 0; i < kDisks; ++i) plain.push_back(Disk("d:" + std::to_string(i), 4));
+  platform::UseInMemoryInventory(
+      InventoryOf({NasWith("nas1", std::move(disks)), NasWith("nas2", std::move(plain))}));
+  zeda::orvi::Orvi& orvi = GetOrvi(Nas::Get("nas1"));
+  zeda::orvi::Orvi& other = GetOrvi(Nas::Get("nas2"));
+  int wrong = 0;
+  for (int i = 0; i < kDisks; ++i) {
+    const std::string n = std::to_string(i);
+    wrong += orvi.GetDiskHealth("d" + n).healthStatus != 1;
+    wrong += orvi.GetDiskHealth("D:" + n).healthStatus != 1;
+    wrong += orvi.GetDiskIdentity("D:" + n).serial != "serial of d:" + n;
+    wrong += other.GetDiskHealth("D" + n).healthStatus != 3;
+    wrong += other.GetDiskIdentity("d:" + n).serial != "serial of d:" + n;
+    wrong += other.GetDiskHealth("d:" + n).healthStatus != 4;
+    wrong += other.GetDiskHealth("d" + n + "d" + n).healthStatus != 3;
+  }
+  EXPECT_EQ(wrong, 0);
+  EXPECT_EQ(Thrown([&] { orvi.GetDiskHealth("d" + std::to_string(kDisks)); }),
+            "Disk not found: d3000");
+  EXPECT_EQ(Thrown([&] { other.GetDiskIdentity("d:"); }), "Disk not found: d:");
+  // A health key is not an identifier.
+  EXPECT_EQ(Thrown([&] { orvi.GetDiskIdentity("D1"); }), "Disk not found: D1");
+}
+
 TEST(ProgramData, PathComesFromTheEnvironment) {
   {
     const ScopedEnv data("PELKA_PROGRAM_DATA", "/srv/pelka");

@@ -44,6 +44,10 @@ zeda::host::Host& ModuleHost() {
   return *host;
 }
 
+KeyListHonoured::KeyListHonoured() { ModuleHost().setHonourKeyList(true); }
+
+KeyListHonoured::~KeyListHonoured() { ModuleHost().setHonourKeyList(false); }
+
 std::vector<std::string> ErrorLogLines() {
   const std::string link = LogDir() + "/PELKA.ERROR";
   if (!fs::exists(link)) {

@@ -23,6 +23,18 @@ std::string LogDir();  // ProgramDataDir() + "\\logs"
 // (after PELKA_PROGRAM_DATA has been pointed at ProgramDataDir()).
 zeda::host::Host& ModuleHost();
 
+// While it lives, the object manager of ModuleHost() also keeps the
+// properties the key list of setPropertyFilter names (as object managers of
+// the first CMPI versions did): what the module asks the filter to keep
+// shows, where the object manager otherwise ignores the key list.
+class KeyListHonoured {
+ public:
+  KeyListHonoured();
+  ~KeyListHonoured();
+  KeyListHonoured(const KeyListHonoured&) = delete;
+  KeyListHonoured& operator=(const KeyListHonoured&) = delete;
+};
+
 // The lines of the ERROR log glog writes in LogDir() (PELKA.ERROR), in order;
 // empty when there is none yet.
 std::vector<std::string> ErrorLogLines();

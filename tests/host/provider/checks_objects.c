@@ -66,7 +66,8 @@ void check_object_paths(Report* r, const CMPIContext* ctx, CMPIArgs* out) {
 
 void check_instances(Report* r, const CMPIContext* ctx, CMPIArgs* out) {
   static const char* props[] = {"P3", NULL};
-  static const char* keys[] = {"K", NULL};
+  /* P8 is no key of the path: the object manager ignores the key list. */
+  static const char* keys[] = {"K", "P8", NULL};
   CMPIStatus rc = {CMPI_RC_OK, NULL};
   CMPIObjectPath* op = MB->eft->newObjectPath(MB, "root/cimv2", "ZEDA_I", NULL);
   CMPIObjectPath* other = MB->eft->newObjectPath(MB, "root/cimv2", "ZEDA_J", NULL);
@@ -95,10 +96,14 @@ void check_instances(Report* r, const CMPIContext* ctx, CMPIArgs* out) {
   d = ci->ft->getProperty(ci, "Null", NULL);
   CHECK(r, (d.state & CMPI_nullValue) != 0 && d.type == CMPI_uint16);
 
-  /* The filter: neither in the property list nor in the key list -> dropped. */
+  /* The filter: neither in the property list nor a key of the path -> dropped,
+     whatever the key list names. */
   CHECK(r, ci->ft->setPropertyFilter(ci, props, keys).rc == CMPI_RC_OK);
   CHECK(r, ci->ft->setProperty(ci, "P4", &v, CMPI_uint32).rc == CMPI_RC_OK);
   ci->ft->getProperty(ci, "P4", &rc);
+  CHECK(r, rc.rc == CMPI_RC_ERR_NO_SUCH_PROPERTY);
+  CHECK(r, ci->ft->setProperty(ci, "P8", &v, CMPI_uint32).rc == CMPI_RC_OK);
+  ci->ft->getProperty(ci, "P8", &rc);
   CHECK(r, rc.rc == CMPI_RC_ERR_NO_SUCH_PROPERTY);
   CHECK(r, ci->ft->setProperty(ci, "p3", &v, CMPI_uint32).rc == CMPI_RC_OK);
   CHECK(r, ci->ft->setProperty(ci, "K", (const CMPIValue*)"k1", CMPI_chars).rc == CMPI_RC_OK);

@@ -99,8 +99,11 @@ TEST_F(SystemDeviceStorageExtentTest, AssociatorsFromSystemWithOtherResultClassA
   }
 }
 
+// The system's filter: the request's list and the module's fixed key list,
+// which an object manager that honours the key list keeps too.
 TEST_F(SystemDeviceStorageExtentTest, PropertyListFiltersTheSystemButNotTheExtent) {
   const ObjectPath extent = ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:3");
+  const KeyListHonoured honoured;
   // Caption is asked for; Description is neither asked for nor a kept name.
   ExpectInstances(host.associators(provider, extent, kClass, "CIM_StoragePool", std::nullopt,
                                    std::nullopt, std::vector<std::string>{"Caption"}),
@@ -119,6 +122,20 @@ TEST_F(SystemDeviceStorageExtentTest, PropertyListFiltersTheSystemButNotTheExten
   ExpectInstances(host.associators(provider, SystemPath("ZEDA:nas1"), kClass, "CIM_StorageExtent",
                                    std::nullopt, std::nullopt, std::vector<std::string>{"Caption"}),
                   {PlaceholderExtent()});
+}
+
+// The CMPI standard has the object manager ignore the key list, and the
+// placeholder system's path has no keys: only the listed properties are left.
+TEST_F(SystemDeviceStorageExtentTest, PropertyListKeepsOnlyTheListedPropertiesOfTheSystem) {
+  const ObjectPath extent = ExtentPath("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:3");
+  ExpectInstances(
+      host.associators(provider, extent, kClass, "CIM_StoragePool", std::nullopt, std::nullopt,
+                       std::vector<std::string>{"Caption"}),
+      {SystemWithout({"CreationClassName", "Name", "NameFormat", "ElementName", "Description",
+                      "OperationalStatus", "Dedicated", "HealthState"})});
+  ExpectInstances(host.associators(provider, extent, kClass, "CIM_StoragePool", std::nullopt,
+                                   std::nullopt, std::vector<std::string>{}),
+                  {Instance(PlaceholderSystem().path())});
 }
 
 TEST_F(SystemDeviceStorageExtentTest, ForeignAssociationClassIsWrongClassName) {

@@ -383,8 +383,11 @@ TEST(ConcreteComponentFromExtent, TheDiskIdentifierMatchesWithoutRegardToCase) {
   EXPECT_EQ(pools[0].property("PoolID"), Value::string("PrimordialPool2"));
 }
 
+// The module asks the filter to keep five names whatever the list says; an
+// object manager that honours that key list shows them.
 TEST(ConcreteComponentFromExtent, APropertyListFiltersAllButTheFiveKeptNames) {
   const ScopedInventory inventory(MixedInventory());
+  const KeyListHonoured honoured;
   const std::vector<Instance> named = FromExtent("0:1", Strings{"ElementName"}).instances();
   ASSERT_EQ(named.size(), 1u);
   EXPECT_EQ(PropertyNames(named[0]), (Strings{"InstanceID", "Primordial", "ElementName", "PoolID",
@@ -393,6 +396,23 @@ TEST(ConcreteComponentFromExtent, APropertyListFiltersAllButTheFiveKeptNames) {
   ASSERT_EQ(none.size(), 1u);
   EXPECT_EQ(PropertyNames(none[0]), (Strings{"InstanceID", "Primordial", "PoolID",
                                              "TotalManagedSpace", "RemainingManagedSpace"}));
+  const std::vector<Instance> all = FromExtent("0:1", std::nullopt).instances();
+  ASSERT_EQ(all.size(), 1u);
+  EXPECT_EQ(PropertyNames(all[0]), kPoolPropertyNames);
+}
+
+// The CMPI standard has the object manager ignore the key list, and the
+// pool's object path has no keys: only the listed properties are left.
+TEST(ConcreteComponentFromExtent, APropertyListKeepsOnlyTheListedPropertiesOfThePool) {
+  const ScopedInventory inventory(MixedInventory());
+  const std::vector<Instance> named =
+      FromExtent("0:1", Strings{"ElementName", "Nothing"}).instances();
+  ASSERT_EQ(named.size(), 1u);
+  EXPECT_EQ(PropertyNames(named[0]), (Strings{"ElementName"}));
+  EXPECT_EQ(named[0].property("ElementName"), Value::string("Data"));
+  const std::vector<Instance> none = FromExtent("0:1", Strings{}).instances();
+  ASSERT_EQ(none.size(), 1u);
+  EXPECT_TRUE(PropertyNames(none[0]).empty());
   const std::vector<Instance> all = FromExtent("0:1", std::nullopt).instances();
   ASSERT_EQ(all.size(), 1u);
   EXPECT_EQ(PropertyNames(all[0]), kPoolPropertyNames);

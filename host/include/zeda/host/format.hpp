@@ -1,10 +1,11 @@
-// Printing operation outcomes the way zeda-cim shows them: JSON, MOF and
-// CIM-XML (DSP0201).
+// Printing operation outcomes the way zeda-cim shows them: JSON, MOF,
+// CIM-XML (DSP0201) and text tables.
 #pragma once
 
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "zeda/host/instance.hpp"
 #include "zeda/host/object_path.hpp"
@@ -43,5 +44,27 @@ std::string toXml(const Outcome& outcome);
 std::string instanceToXml(const Instance& i);
 std::string objectPathToXml(const ObjectPath& p);
 std::string valueToXml(const Value& v);
+
+// Tables for people: one bordered table per class, titled
+// "Instances of NAMESPACE:Class" with one row per instance and one column per
+// property (the union over the class's instances, in first-seen order, names
+// compared without regard to case; an empty cell where an instance lacks the
+// property), or "Instance names of NAMESPACE:Class" with one row per path and
+// one column per key; plain values in one table "Values" (Type, Value).
+// Tables come in the order of their first result, rows in the order of the
+// results, tables apart by one blank line; no results: empty text.
+std::string toTable(const std::vector<ResultItem>& results);
+// The text of one cell: NULL, MOF literals for strings (quoted and escaped,
+// so a cell is one line), numbers, booleans and datetimes, {a, b} for
+// arrays, a reference as its path in WBEM URI form (unquoted), an embedded
+// instance as its MOF on one line.
+std::string tableCell(const Value& v);
+// The bordered grid: a rule, the header row, a rule, the rows and a rule
+// (no closing rule when there are no rows). Columns are as wide as their
+// widest cell in terminal columns (East Asian wide characters count two);
+// cells are never cut or wrapped. Bytes that are not UTF-8 become U+FFFD,
+// control characters \xNN.
+std::string textTable(const std::vector<std::string>& headers,
+                      const std::vector<std::vector<std::string>>& rows);
 
 }  // namespace zeda::host

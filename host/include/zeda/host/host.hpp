@@ -201,6 +201,16 @@ class Host {
   // Extra entries added to every operation's context (e.g. CMPIPrincipal).
   void setContextEntry(const std::string& name, const Value& value);
 
+  // --- the property filter ---------------------------------------------
+  // CMPIInstanceFT::setPropertyFilter keeps the properties of its property
+  // list and the keys of the instance's own object path, and ignores the key
+  // list, deprecated in the CMPI standard (sfcb ignores it too). true makes
+  // the filter also keep the properties the key list names, as object
+  // managers of the first CMPI versions did: what a provider asks for then
+  // shows. It applies to the filters set from then on, for every provider
+  // of the module that took this host's broker; not while operations run.
+  void setHonourKeyList(bool honour);
+
   // --- raw access for low-level tests ----------------------------------
   const CMPIBroker* broker() const;
   // The host's own context (namespace root/cimv2); factories receive it.
