@@ -3,9 +3,11 @@
  * C++ binding: newObjectPath(namespace, "ZEDA_DiskDrive"); newInstance on it;
  * for each of the twelve properties the value (newString for a text; for
  * OperationalStatus newArray(1, uint16), setElementAt and getSimpleType) and
- * setProperty; returnInstance. Per request: getNameSpace and getCharPtr of
- * the class path before the walk, returnDone after it. Nothing is released:
- * the module leaves every object to the end of the call as well. */
+ * setProperty; returnInstance. Each object is released where the binding's
+ * wrapper of it goes: the path once the instance is made, a string or the
+ * array once its property is set, the instance once it is returned. Per
+ * request: getNameSpace and getCharPtr of the class path before the walk,
+ * returnDone after it. */
 #include "raw_drive_provider.h"
 
 #include <stdlib.h>
@@ -53,7 +55,9 @@ static CMPIStatus setText(CMPIInstance* inst, const char* name, const char* text
   CMPIValue value;
   value.string = rawBroker->eft->newString(rawBroker, text, &rc);
   if (rc.rc != CMPI_RC_OK) return rc;
-  return inst->ft->setProperty(inst, name, &value, CMPI_string);
+  rc = inst->ft->setProperty(inst, name, &value, CMPI_string);
+  value.string->ft->release(value.string);
+  return rc;
 }
 
 static CMPIStatus setUint16Array(CMPIInstance* inst, const char* name, CMPIUint16 number) {
@@ -69,7 +73,9 @@ static CMPIStatus setUint16Array(CMPIInstance* inst, const char* name, CMPIUint1
   elementType = array->ft->getSimpleType(array, &rc);
   if (rc.rc != CMPI_RC_OK) return rc;
   value.array = array;
-  return inst->ft->setProperty(inst, name, &value, (CMPIType)(CMPI_ARRAY | elementType));
+  rc = inst->ft->setProperty(inst, name, &value, (CMPIType)(CMPI_ARRAY | elementType));
+  array->ft->release(array);
+  return rc;
 }
 
 #define RETURN_ON_ERROR(call)                     \
@@ -87,6 +93,7 @@ static CMPIStatus returnDrive(const CMPIResult* rslt, const char* nameSpace, con
   CMPIObjectPath* path = rawBroker->eft->newObjectPath(rawBroker, nameSpace, "ZEDA_DiskDrive", &rc);
   if (rc.rc != CMPI_RC_OK) return rc;
   inst = rawBroker->eft->newInstance(rawBroker, path, &rc);
+  path->ft->release(path);
   if (rc.rc != CMPI_RC_OK) return rc;
   RETURN_ON_ERROR(setText(inst, "SystemCreationClassName", "ZEDA_ComputerSystem"));
   RETURN_ON_ERROR(setText(inst, "SystemName", systemName));
@@ -101,7 +108,9 @@ static CMPIStatus returnDrive(const CMPIResult* rslt, const char* nameSpace, con
   rpm.uint32 = disk->rpm;
   RETURN_ON_ERROR(inst->ft->setProperty(inst, "RPM", &rpm, CMPI_uint32));
   RETURN_ON_ERROR(setText(inst, "Description", "ZEDA_DiskDrive"));
-  return rslt->ft->returnInstance(rslt, inst);
+  rc = rslt->ft->returnInstance(rslt, inst);
+  inst->ft->release(inst);
+  return rc;
 }
 
 /* DeviceID "<system name>:DISK<disk identifier>" into `buffer` of `size`

@@ -9,8 +9,9 @@ using cmpi_detail::table;
 
 CmpiArgs CmpiArgs::create() {
   const CMPIBroker* broker = cmpi_detail::requireCurrentBroker("a CmpiArgs");
-  return CmpiArgs(
-      callRc(cmpi_detail::factories(broker)->newArgs, "CMPIBrokerEncFT.newArgs", broker));
+  const CMPIArgs* made =
+      callRc(cmpi_detail::factories(broker)->newArgs, "CMPIBrokerEncFT.newArgs", broker);
+  return CmpiArgs(made, CmpiOwner::of(made));
 }
 
 void CmpiArgs::setArg(const char* name, const CmpiData& value) {

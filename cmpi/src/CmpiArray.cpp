@@ -11,6 +11,7 @@ CmpiArray::CmpiArray(CMPICount size, CMPIType elementType) {
   const CMPIBroker* broker = cmpi_detail::requireCurrentBroker("a CmpiArray");
   enc_ = callRc(cmpi_detail::factories(broker)->newArray, "CMPIBrokerEncFT.newArray", broker, size,
                 elementType);
+  owner_ = CmpiOwner::of(enc_);
 }
 
 CMPICount CmpiArray::size() const {

@@ -171,7 +171,8 @@ CmpiData::CmpiData(const char* text) : CmpiData(CmpiString(text)) {}
 
 CmpiData::CmpiData(const std::string& text) : CmpiData(CmpiString(text.c_str())) {}
 
-CmpiData::CmpiData(const CmpiString& s) : data_(encapsulated(CMPI_string, s.isNull())) {
+CmpiData::CmpiData(const CmpiString& s)
+    : data_(encapsulated(CMPI_string, s.isNull())), owner_(s.owner_) {
   data_.value.string = s.getEnc();
 }
 
@@ -181,20 +182,23 @@ CmpiData::CmpiData(const CmpiArray& a)
     : data_(encapsulated(a.getEnc() == nullptr
                              ? static_cast<CMPIType>(CMPI_ARRAY)
                              : static_cast<CMPIType>(CMPI_ARRAY | a.getSimpleType()),
-                         a.getEnc() == nullptr)) {
+                         a.getEnc() == nullptr)),
+      owner_(a.owner_) {
   data_.value.array = a.getEnc();
 }
 
-CmpiData::CmpiData(const CmpiObjectPath& p) : data_(encapsulated(CMPI_ref, p.isNull())) {
+CmpiData::CmpiData(const CmpiObjectPath& p)
+    : data_(encapsulated(CMPI_ref, p.isNull())), owner_(p.owner_) {
   data_.value.ref = p.getEnc();
 }
 
-CmpiData::CmpiData(const CmpiInstance& i) : data_(encapsulated(CMPI_instance, i.isNull())) {
+CmpiData::CmpiData(const CmpiInstance& i)
+    : data_(encapsulated(CMPI_instance, i.isNull())), owner_(i.owner_) {
   data_.value.inst = i.getEnc();
 }
 
 CmpiData::CmpiData(const CmpiDateTime& d)
-    : data_(encapsulated(CMPI_dateTime, d.getEnc() == nullptr)) {
+    : data_(encapsulated(CMPI_dateTime, d.getEnc() == nullptr)), owner_(d.owner_) {
   data_.value.dateTime = d.getEnc();
 }
 
@@ -225,7 +229,7 @@ CmpiData::operator CmpiString() const {
     return CmpiString(data_.value.chars);  // copied into a new string
   }
   requireType(CMPI_string);
-  return CmpiString(data_.value.string);
+  return CmpiString(data_.value.string, owner_);
 }
 
 CmpiData::operator const char*() const {
@@ -253,22 +257,22 @@ bool CmpiData::getBoolean() const {
 CmpiData::operator CmpiArray() const {
   // Any array type will do; a message names the array of the actual type.
   requireType(isArray() ? data_.type : static_cast<CMPIType>(CMPI_ARRAY | data_.type));
-  return CmpiArray(data_.value.array);
+  return CmpiArray(data_.value.array, owner_);
 }
 
 CmpiData::operator CmpiObjectPath() const {
   requireType(CMPI_ref);
-  return CmpiObjectPath(data_.value.ref);
+  return CmpiObjectPath(data_.value.ref, owner_);
 }
 
 CmpiData::operator CmpiInstance() const {
   requireType(CMPI_instance);
-  return CmpiInstance(data_.value.inst);
+  return CmpiInstance(data_.value.inst, owner_);
 }
 
 CmpiData::operator CmpiDateTime() const {
   requireType(CMPI_dateTime);
-  return CmpiDateTime(data_.value.dateTime);
+  return CmpiDateTime(data_.value.dateTime, owner_);
 }
 
 CmpiData::operator CMPIUint8() const {

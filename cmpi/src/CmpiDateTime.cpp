@@ -11,18 +11,21 @@ CmpiDateTime::CmpiDateTime(const char* text) {
   const CMPIBroker* broker = cmpi_detail::requireCurrentBroker("a CmpiDateTime");
   enc_ = callRc(factories(broker)->newDateTimeFromChars, "CMPIBrokerEncFT.newDateTimeFromChars",
                 broker, text);
+  owner_ = CmpiOwner::of(enc_);
 }
 
 CmpiDateTime::CmpiDateTime(CMPIUint64 binary, bool interval) {
   const CMPIBroker* broker = cmpi_detail::requireCurrentBroker("a CmpiDateTime");
   enc_ = callRc(factories(broker)->newDateTimeFromBinary, "CMPIBrokerEncFT.newDateTimeFromBinary",
                 broker, binary, static_cast<CMPIBoolean>(interval ? 1 : 0));
+  owner_ = CmpiOwner::of(enc_);
 }
 
 CmpiDateTime CmpiDateTime::now() {
   const CMPIBroker* broker = cmpi_detail::requireCurrentBroker("a CmpiDateTime");
-  return CmpiDateTime(
-      callRc(factories(broker)->newDateTime, "CMPIBrokerEncFT.newDateTime", broker));
+  const CMPIDateTime* made =
+      callRc(factories(broker)->newDateTime, "CMPIBrokerEncFT.newDateTime", broker);
+  return CmpiDateTime(made, CmpiOwner::of(made));
 }
 
 CMPIUint64 CmpiDateTime::getDateTime() const {

@@ -18,6 +18,7 @@ CmpiInstance::CmpiInstance(const CmpiObjectPath& path) {
   }
   enc_ = callRc(cmpi_detail::factories(broker)->newInstance, "CMPIBrokerEncFT.newInstance", broker,
                 static_cast<const CMPIObjectPath*>(path.getEnc()));
+  owner_ = CmpiOwner::of(enc_);
 }
 
 CmpiData CmpiInstance::getProperty(const char* name) const {

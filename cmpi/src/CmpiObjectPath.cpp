@@ -18,6 +18,7 @@ CmpiObjectPath::CmpiObjectPath(const char* nameSpace, const char* className) {
   const CMPIBroker* broker = cmpi_detail::requireCurrentBroker("a CmpiObjectPath");
   enc_ = callRc(cmpi_detail::factories(broker)->newObjectPath, "CMPIBrokerEncFT.newObjectPath",
                 broker, nameSpace, className);
+  owner_ = CmpiOwner::of(enc_);
 }
 
 CmpiString CmpiObjectPath::getNameSpace() const {

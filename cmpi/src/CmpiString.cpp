@@ -18,6 +18,7 @@ CmpiString::CmpiString(const char* text) {
   const CMPIBroker* broker = cmpi_detail::requireCurrentBroker("a CmpiString");
   enc_ =
       callRc(cmpi_detail::factories(broker)->newString, "CMPIBrokerEncFT.newString", broker, text);
+  owner_ = CmpiOwner::of(enc_);
 }
 
 const char* CmpiString::charPtr() const {

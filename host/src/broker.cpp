@@ -41,14 +41,7 @@ Store& Broker::store() {
   return currentBroker == this && currentStore != nullptr ? *currentStore : store_;
 }
 
-void Broker::release(EncObject& obj) {
-  if (!obj.isClone()) {
-    store().markReleased(obj);
-    return;
-  }
-  // Still readable as dead (hdl == NULL) until the releasing call ends.
-  if (std::unique_ptr<EncObject> dead = store_.takeClone(obj)) store().adoptDead(std::move(dead));
-}
+void Broker::release(EncObject& obj) { obj.home().release(obj, store()); }
 
 RequestStore::RequestStore(Broker& broker)
     : previousBroker_(currentBroker), previousStore_(currentStore) {

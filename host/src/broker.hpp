@@ -62,9 +62,8 @@ class Broker {
   // The broker's own store: objects made outside requests and every clone,
   // which outlives the request that made it.
   Store& ownStore() { return store_; }
-  // release() of the function tables: the object answers
-  // CMPI_RC_ERR_INVALID_HANDLE from now on; a clone's memory goes with the
-  // current scope of the releasing call.
+  // release() of the function tables: the object is freed now and its face
+  // answers CMPI_RC_ERR_INVALID_HANDLE from then on (see core.hpp).
   void release(EncObject& obj);
   const BrokerSettings& settings() const { return settings_; }
   // Whether setPropertyFilter keeps what its key list names (Host::setHonourKeyList).

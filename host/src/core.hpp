@@ -2,14 +2,17 @@
 // store, the base of every encapsulated object, status helpers.
 //
 // Every encapsulated object (CMPIString, CMPIInstance ...) is a C++ object
-// derived from EncObject that embeds its CMPI face {hdl, ft}; hdl points back
-// to the EncObject. Objects live in the scope that was current when they were
-// made (a provider call, a mark() of the memory table, or the host's ambient
-// scope) and die with it; clones live until release() or until the host goes.
-// release() marks an object dead (hdl = NULL) and keeps its memory until the
-// current scope closes (a released clone moves into it), so a second release
-// or a late use within the call answers CMPI_RC_ERR_INVALID_HANDLE instead of
-// touching freed memory.
+// derived from EncObject with a CMPI face {hdl, ft}; hdl points back to the
+// EncObject. The face lives in a slot of the store that adopted the object,
+// apart from the object, so that it can outlive it: objects live in the scope
+// that was current when they were made (a provider call, a mark() of the
+// memory table, or the host's ambient scope) and die with it; clones live
+// until release() or until the host goes. release() frees the object at
+// once and leaves its face behind with hdl = NULL, so a second release or a
+// late use answers CMPI_RC_ERR_INVALID_HANDLE instead of touching freed
+// memory. The face of a released object stays until its store goes (a
+// request's store goes with the request); that of a released clone until
+// the scope of the releasing call closes, then its slot is reused.
 #pragma once
 
 #include <cstddef>
@@ -17,6 +20,7 @@
 #include <exception>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -28,6 +32,33 @@
 namespace zeda::host::detail {
 
 class Broker;
+class Store;
+struct StoreScope;
+
+// Slots for the faces of encapsulated objects: every CMPI face is two
+// pointers. A slot handed out stays at its address until given back or
+// until the arena goes. Locked on its own: a clone's slot comes back from
+// whichever request released it.
+class FaceArena {
+ public:
+  static constexpr std::size_t kSlotSize = 2 * sizeof(void*);
+  FaceArena() = default;
+  FaceArena(const FaceArena&) = delete;
+  FaceArena& operator=(const FaceArena&) = delete;
+
+  void* take();
+  void giveBack(void* slot);
+
+ private:
+  struct Slot {
+    alignas(void*) unsigned char bytes[kSlotSize];
+  };
+  static constexpr std::size_t kChunkSlots = 256;
+  std::mutex mutex_;
+  std::vector<std::unique_ptr<Slot[]>> chunks_;
+  std::size_t usedInLast_ = kChunkSlots;  // slots handed out of the newest chunk
+  std::vector<void*> free_;
+};
 
 class EncObject {
  public:
@@ -38,26 +69,25 @@ class EncObject {
 
   Broker& broker() const { return *broker_; }
   bool isClone() const { return clone_; }
-  bool released() const { return released_; }
-  void setClone() { clone_ = true; }
-  // Marks the object dead: its face answers every later call with
-  // CMPI_RC_ERR_INVALID_HANDLE. What it holds is freed at once; only the
-  // small shell waits for the end of its scope.
-  void markReleased() {
-    released_ = true;
-    clearHandle();
-    dropContent();
-  }
-
- protected:
-  virtual void clearHandle() = 0;
-  // Frees the content of a released object (nothing reads it any more).
-  virtual void dropContent() {}
+  // The store that holds the object (set when a store adopts it).
+  Store& home() const { return *home_; }
 
  private:
+  friend class Store;
+  // Makes the face in `slot` (FaceArena::kSlotSize bytes).
+  virtual void placeFace(void* slot) = 0;
+  // Marks the face dead: every later call through it answers
+  // CMPI_RC_ERR_INVALID_HANDLE.
+  virtual void clearHandle() = 0;
+
   Broker* broker_;
   bool clone_ = false;
-  bool released_ = false;
+  // Where the store keeps the object: the scope (null for a clone) and the
+  // position in that scope's list or in the store's clones.
+  Store* home_ = nullptr;
+  StoreScope* scope_ = nullptr;
+  std::size_t index_ = 0;
+  void* faceSlot_ = nullptr;
 };
 
 // An EncObject with its CMPI face of type Face (CMPIString, CMPIArray ...).
@@ -65,17 +95,20 @@ template <typename Face>
 class Enc : public EncObject {
  public:
   using FT = std::remove_pointer_t<decltype(std::declval<Face&>().ft)>;
-  Enc(Broker& broker, FT* ft) : EncObject(broker) {
-    face_.hdl = static_cast<EncObject*>(this);
-    face_.ft = ft;
-  }
-  Face* face() { return &face_; }
-
- protected:
-  void clearHandle() override { face_.hdl = nullptr; }
+  static_assert(sizeof(Face) <= FaceArena::kSlotSize && alignof(Face) <= alignof(void*),
+                "a CMPI face is two pointers");
+  Enc(Broker& broker, FT* ft) : EncObject(broker), ft_(ft) {}
+  // Valid once a store has adopted the object (every maker does at once).
+  Face* face() { return face_; }
 
  private:
-  Face face_{};
+  void placeFace(void* slot) override {
+    face_ = new (slot) Face{static_cast<EncObject*>(this), ft_};
+  }
+  void clearHandle() override { face_->hdl = nullptr; }
+
+  FT* ft_;
+  Face* face_ = nullptr;
 };
 
 // The object behind a face, or null for a null or released face.
@@ -102,30 +135,27 @@ class Store {
   void popTo(std::size_t depth);
   std::size_t depth() const;
 
-  // Takes an object into the current scope.
+  // Takes an object into the current scope and gives it its face.
   template <typename T>
   T* adopt(std::unique_ptr<T> obj) {
     T* raw = obj.get();
-    adoptObject(std::move(obj));
+    adoptObject(std::move(obj), false);
     return raw;
   }
   // Takes a clone: it lives until release() or the end of the store.
   template <typename T>
   T* adoptClone(std::unique_ptr<T> obj) {
-    obj->setClone();
     T* raw = obj.get();
-    adoptCloneObject(std::move(obj));
+    adoptObject(std::move(obj), true);
     return raw;
   }
-  // Marks a clone (of this store) dead and hands it over, for the current
-  // scope of the store that serves the releasing call; null when it was
-  // released before or is not one of this store's clones.
-  std::unique_ptr<EncObject> takeClone(EncObject& obj);
-  // Marks an object dead; its memory stays until its scope closes.
-  void markReleased(EncObject& obj);
-  // Takes a dead object into the current scope.
-  void adoptDead(std::unique_ptr<EncObject> obj) { adoptObject(std::move(obj)); }
+  // Frees one of this store's objects now and leaves its face dead (see the
+  // top of this file); `releasing` is the store of the releasing call, whose
+  // current scope hands a clone's face slot back when it closes.
+  void release(EncObject& obj, Store& releasing);
   std::size_t liveClones() const;
+  // Objects held (clones included), for tests of the store.
+  std::size_t liveObjects() const;
   // Distinct for every store made in the process: a store made later at the
   // same address is told apart from an older one.
   std::uint64_t serial() const { return serial_; }
@@ -137,14 +167,23 @@ class Store {
   void deallocate(void* ptr);
 
  private:
-  struct Scope;
-  void adoptObject(std::unique_ptr<EncObject> obj);
-  void adoptCloneObject(std::unique_ptr<EncObject> obj);
+  void adoptObject(std::unique_ptr<EncObject> obj, bool clone);
+  // Takes obj out of the list that holds it (swapping the last one in).
+  std::unique_ptr<EncObject> detach(EncObject& obj);
+  void recycleLater(FaceArena& arena, void* slot);
+  // Frees what a closed scope held: objects newest first, then the memory
+  // blocks. The faces of its objects go dead and, like the slots of the
+  // clones released during the scope, back to their arenas: nothing may use
+  // them once the scope has closed.
+  static void dispose(StoreScope& scope, FaceArena& faces);
 
   const std::uint64_t serial_;
+  // Declared first: the faces outlive every object and scope of the store.
+  FaceArena faces_;
   mutable std::mutex mutex_;
-  std::vector<std::unique_ptr<Scope>> scopes_;
+  std::vector<std::unique_ptr<StoreScope>> scopes_;
   std::vector<std::unique_ptr<EncObject>> clones_;
+  std::size_t scopedObjects_ = 0;
 };
 
 // Closes a scope on destruction (also when a provider call throws).

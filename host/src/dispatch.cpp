@@ -107,11 +107,12 @@ CMPIStatus associationCall(CMPIAssociationMI* mi, Call& k) {
 CMPIStatus methodCall(CMPIMethodMI* mi, Call& k, Outcome& out) {
   const CMPIMethodMIFT* ft = mi->ft;
   if (ft == nullptr || ft->invokeMethod == nullptr) return notSupported();
-  ArgsObj* in = makeArgs(k.b, k.req.in);
-  ArgsObj* outArgs = makeArgs(k.b);
+  const CMPIArgs* in = makeArgs(k.b, k.req.in)->face();
+  CMPIArgs* outArgs = makeArgs(k.b)->face();
   const CMPIStatus st =
-      ft->invokeMethod(mi, k.ctx, k.rslt, k.op, k.req.method.c_str(), in->face(), outArgs->face());
-  if (!outArgs->released()) out.outArgs = outArgs->args;
+      ft->invokeMethod(mi, k.ctx, k.rslt, k.op, k.req.method.c_str(), in, outArgs);
+  // Read through the face: a provider that released the list has freed it.
+  if (const ArgsObj* o = unwrap<ArgsObj>(outArgs)) out.outArgs = o->args;
   return st;
 }
 

@@ -119,6 +119,8 @@ CMPIContext* Host::makeContext(const std::string& nameSpace) {
 }
 
 std::size_t Host::liveClones() const { return impl_->broker.ownStore().liveClones(); }
+
+std::size_t Host::liveObjects() const { return impl_->broker.ownStore().liveObjects(); }
 std::vector<LogRecord> Host::logMessages() const { return impl_->broker.logs(false); }
 std::vector<LogRecord> Host::traces() const { return impl_->broker.logs(true); }
 

@@ -24,9 +24,6 @@ class StringObj : public Enc<CMPIString> {
   StringObj(Broker& b, std::optional<std::string> text);
   StringObj(Broker& b, Value text);
   Value text;  // a string, or a null string when made from a NULL char*
-
- protected:
-  void dropContent() override { text = Value(); }
 };
 
 // The text of a CMPIString made by this host (any broker of the process),
@@ -43,9 +40,6 @@ class ArrayObj : public Enc<CMPIArray> {
   ArrayObj(Broker& b, CMPIType elementType, std::vector<Value> elements);
   CMPIType elementType;  // scalar code, CMPI_chars folded into CMPI_string
   std::vector<Value> elements;
-
- protected:
-  void dropContent() override { std::vector<Value>().swap(elements); }
 };
 
 class DateTimeObj : public Enc<CMPIDateTime> {
@@ -68,12 +62,6 @@ class ObjectPathObj : public Enc<CMPIObjectPath> {
   ObjectPathObj(Broker& b, ObjectPath path, std::string host = {});
   ObjectPath path;
   std::string host;
-
- protected:
-  void dropContent() override {
-    path = ObjectPath();
-    std::string().swap(host);
-  }
 };
 
 class InstanceObj : public Enc<CMPIInstance> {
@@ -87,22 +75,12 @@ class InstanceObj : public Enc<CMPIInstance> {
   // Whether setProperty keeps `name`: no filter, a name of the property
   // list, a key of the instance's object path, or of keyFilter.
   bool admits(std::string_view name) const;
-
- protected:
-  void dropContent() override {
-    inst = Instance();
-    propertyFilter.reset();
-    std::vector<std::string>().swap(keyFilter);
-  }
 };
 
 class ArgsObj : public Enc<CMPIArgs> {
  public:
   ArgsObj(Broker& b, std::vector<NamedValue> args);
   std::vector<NamedValue> args;
-
- protected:
-  void dropContent() override { std::vector<NamedValue>().swap(args); }
 };
 
 class ContextObj : public Enc<CMPIContext> {
@@ -116,9 +94,6 @@ class EnumerationObj : public Enc<CMPIEnumeration> {
   EnumerationObj(Broker& b, std::vector<Value> items);
   std::vector<Value> items;
   std::size_t next = 0;
-
- protected:
-  void dropContent() override { std::vector<Value>().swap(items); }
 };
 
 // Hands what a provider returns to a sink (results) and an Outcome (done,

@@ -1,4 +1,5 @@
-// The object store: scopes of objects made during calls, and clones.
+// The object store: scopes of objects made during calls, clones, and the
+// slots of their faces.
 #include <atomic>
 #include <cstdlib>
 #include <cstring>
@@ -7,22 +8,50 @@
 
 namespace zeda::host::detail {
 
-struct Store::Scope {
+void* FaceArena::take() {
+  std::lock_guard<std::mutex> lock(mutex_);
+  if (!free_.empty()) {
+    void* slot = free_.back();
+    free_.pop_back();
+    return slot;
+  }
+  if (usedInLast_ == kChunkSlots) {
+    chunks_.push_back(std::make_unique<Slot[]>(kChunkSlots));
+    usedInLast_ = 0;
+  }
+  return chunks_.back()[usedInLast_++].bytes;
+}
+
+void FaceArena::giveBack(void* slot) {
+  std::lock_guard<std::mutex> lock(mutex_);
+  free_.push_back(slot);
+}
+
+struct StoreScope {
   std::vector<std::unique_ptr<EncObject>> objects;
   std::vector<void*> blocks;  // from allocate(), owned by this scope
-  ~Scope() {
-    // Newest first: a container made later may refer to an older object.
-    while (!objects.empty()) objects.pop_back();
-    for (void* p : blocks) std::free(p);
-  }
+  // Face slots of clones released during this scope, reused once it closes.
+  std::vector<std::pair<FaceArena*, void*>> recycle;
 };
 
 namespace {
 std::atomic<std::uint64_t> nextSerial{1};
 }  // namespace
 
+void Store::dispose(StoreScope& scope, FaceArena& faces) {
+  while (!scope.objects.empty()) {
+    EncObject& obj = *scope.objects.back();
+    obj.clearHandle();
+    void* slot = obj.faceSlot_;
+    scope.objects.pop_back();
+    faces.giveBack(slot);
+  }
+  for (void* p : scope.blocks) std::free(p);
+  for (const auto& [arena, slot] : scope.recycle) arena->giveBack(slot);
+}
+
 Store::Store() : serial_(nextSerial.fetch_add(1, std::memory_order_relaxed)) {
-  scopes_.push_back(std::make_unique<Scope>());
+  scopes_.push_back(std::make_unique<StoreScope>());
 }
 
 Store::~Store() {
@@ -30,30 +59,34 @@ Store::~Store() {
   auto scopes = std::move(scopes_);
   auto clones = std::move(clones_);
   lock.unlock();
-  while (!scopes.empty()) scopes.pop_back();
+  while (!scopes.empty()) {
+    dispose(*scopes.back(), faces_);
+    scopes.pop_back();
+  }
   clones.clear();
 }
 
 std::size_t Store::push() {
   std::lock_guard<std::mutex> lock(mutex_);
   const std::size_t before = scopes_.size();
-  scopes_.push_back(std::make_unique<Scope>());
+  scopes_.push_back(std::make_unique<StoreScope>());
   return before;
 }
 
 void Store::popTo(std::size_t depth) {
-  std::vector<std::unique_ptr<Scope>> closing;
+  std::vector<std::unique_ptr<StoreScope>> closing;
   {
     std::lock_guard<std::mutex> lock(mutex_);
     const std::size_t keep = depth == 0 ? 1 : depth;  // the ambient scope stays
     while (scopes_.size() > keep) {
+      scopedObjects_ -= scopes_.back()->objects.size();
       closing.push_back(std::move(scopes_.back()));
       scopes_.pop_back();
     }
   }
   // Destroyed outside the lock: object destructors never call back, but keep
   // the critical section short anyway.
-  closing.clear();
+  for (auto& scope : closing) dispose(*scope, faces_);
 }
 
 std::size_t Store::depth() const {
@@ -61,38 +94,57 @@ std::size_t Store::depth() const {
   return scopes_.size();
 }
 
-void Store::adoptObject(std::unique_ptr<EncObject> obj) {
+void Store::adoptObject(std::unique_ptr<EncObject> obj, bool clone) {
+  obj->faceSlot_ = faces_.take();
+  obj->placeFace(obj->faceSlot_);
+  obj->home_ = this;
+  obj->clone_ = clone;
   std::lock_guard<std::mutex> lock(mutex_);
-  scopes_.back()->objects.push_back(std::move(obj));
+  auto& list = clone ? clones_ : scopes_.back()->objects;
+  obj->scope_ = clone ? nullptr : scopes_.back().get();
+  obj->index_ = list.size();
+  list.push_back(std::move(obj));
+  if (!clone) ++scopedObjects_;
 }
 
-void Store::adoptCloneObject(std::unique_ptr<EncObject> obj) {
-  std::lock_guard<std::mutex> lock(mutex_);
-  clones_.push_back(std::move(obj));
-}
-
-void Store::markReleased(EncObject& obj) {
-  std::lock_guard<std::mutex> lock(mutex_);
-  if (!obj.released()) obj.markReleased();
-}
-
-std::unique_ptr<EncObject> Store::takeClone(EncObject& obj) {
-  std::lock_guard<std::mutex> lock(mutex_);
-  if (obj.released()) return nullptr;
-  obj.markReleased();
-  for (auto it = clones_.begin(); it != clones_.end(); ++it) {
-    if (it->get() == &obj) {
-      std::unique_ptr<EncObject> out = std::move(*it);
-      clones_.erase(it);
-      return out;
-    }
+std::unique_ptr<EncObject> Store::detach(EncObject& obj) {
+  auto& list = obj.scope_ != nullptr ? obj.scope_->objects : clones_;
+  std::unique_ptr<EncObject> out = std::move(list[obj.index_]);
+  if (obj.index_ + 1 != list.size()) {
+    list[obj.index_] = std::move(list.back());
+    list[obj.index_]->index_ = obj.index_;
   }
-  return nullptr;
+  list.pop_back();
+  if (obj.scope_ != nullptr) --scopedObjects_;
+  return out;
+}
+
+void Store::release(EncObject& obj, Store& releasing) {
+  std::unique_ptr<EncObject> freed;
+  {
+    std::lock_guard<std::mutex> lock(mutex_);
+    obj.clearHandle();
+    freed = detach(obj);
+  }
+  // A clone's slot is reused once the releasing call's scope closes; any
+  // other object's stays dead until this store goes.
+  if (freed->isClone()) releasing.recycleLater(faces_, freed->faceSlot_);
+  freed.reset();  // outside the lock, like popTo
+}
+
+void Store::recycleLater(FaceArena& arena, void* slot) {
+  std::lock_guard<std::mutex> lock(mutex_);
+  scopes_.back()->recycle.emplace_back(&arena, slot);
 }
 
 std::size_t Store::liveClones() const {
   std::lock_guard<std::mutex> lock(mutex_);
   return clones_.size();
+}
+
+std::size_t Store::liveObjects() const {
+  std::lock_guard<std::mutex> lock(mutex_);
+  return scopedObjects_ + clones_.size();
 }
 
 void* Store::allocate(std::size_t size, bool zero) {

@@ -206,6 +206,31 @@ TEST_F(BrokerObjects, ClonesLiveUntilReleased) {
   EXPECT_EQ(rc.rc, CMPI_RC_ERR_INVALID_HANDLE);
 }
 
+TEST_F(BrokerObjects, AReleasedObjectIsFreedAtOnceAndItsHandleAnswersInvalidHandle) {
+  const std::size_t before = host.liveObjects();
+  CMPIString* s = mb->eft->newString(mb, "x", nullptr);
+  CMPIInstance* ci = instance();
+  EXPECT_EQ(host.liveObjects(), before + 2);
+  CMPIValue v;
+  v.string = s;
+  ASSERT_EQ(ci->ft->setProperty(ci, "Name", &v, CMPI_string).rc, CMPI_RC_OK);
+
+  EXPECT_EQ(s->ft->release(s).rc, CMPI_RC_OK);
+  EXPECT_EQ(host.liveObjects(), before + 1);
+  EXPECT_EQ(s->ft->release(s).rc, CMPI_RC_ERR_INVALID_HANDLE);
+  CMPIStatus rc{};
+  EXPECT_EQ(s->ft->getCharPtr(s, &rc), nullptr);
+  EXPECT_EQ(rc.rc, CMPI_RC_ERR_INVALID_HANDLE);
+  EXPECT_EQ(mb->eft->isOfType(mb, s, "CMPIString", &rc), 0);
+  // The instance holds its own copy of what it was given.
+  EXPECT_EQ(readInstance(ci).property("Name").str(), "x");
+
+  EXPECT_EQ(ci->ft->release(ci).rc, CMPI_RC_OK);
+  EXPECT_EQ(host.liveObjects(), before);
+  EXPECT_EQ(setU16(ci, "A", 1).rc, CMPI_RC_ERR_INVALID_HANDLE);
+  EXPECT_EQ(ci->ft->release(ci).rc, CMPI_RC_ERR_INVALID_HANDLE);
+}
+
 TEST_F(BrokerObjects, NullHandlesAnswerInvalidHandle) {
   CMPIInstance* ci = instance();
   CMPIStatus rc{};

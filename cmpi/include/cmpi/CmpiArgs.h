@@ -2,14 +2,19 @@
 #ifndef ZEDA_CMPI_CMPIARGS_H
 #define ZEDA_CMPI_CMPIARGS_H
 
+#include <utility>
+
 #include "CmpiData.h"
+#include "CmpiOwner.h"
 #include "CmpiString.h"
 
 class CmpiArgs {
  public:
   CmpiArgs() = default;
+  // A view: the list is never released by the binding.
   explicit CmpiArgs(const CMPIArgs* enc) : enc_(enc) {}
-  // Creates an empty argument list through the broker of the current call.
+  // Creates an empty argument list through the broker of the current call;
+  // the last copy releases it (see CmpiOwner.h).
   static CmpiArgs create();
 
   void setArg(const char* name, const CmpiData& value);
@@ -19,7 +24,10 @@ class CmpiArgs {
   CMPIArgs* getEnc() const { return const_cast<CMPIArgs*>(enc_); }
 
  private:
+  CmpiArgs(const CMPIArgs* enc, CmpiOwner owner) : enc_(enc), owner_(std::move(owner)) {}
+
   const CMPIArgs* enc_ = nullptr;
+  CmpiOwner owner_;
 };
 
 #endif

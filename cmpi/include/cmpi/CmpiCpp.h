@@ -16,6 +16,7 @@
 #include "CmpiInstanceMI.h"
 #include "CmpiMethodMI.h"
 #include "CmpiObjectPath.h"
+#include "CmpiOwner.h"
 #include "CmpiProviderBase.h"
 #include "CmpiResult.h"
 #include "CmpiSelectExp.h"

@@ -1,11 +1,15 @@
 // CmpiData: one typed CMPI value (type code, state, value), copied by value.
 // Conversions check the type code and throw CmpiStatus(CMPI_RC_ERR_TYPE_MISMATCH)
 // on a mismatch, so a provider never reads a union member of another type.
+// A value made from an object the binding owns (a string made from text, a
+// new array, path, instance or date-time) shares that ownership, so the
+// object lives as long as the value or any copy of it (see CmpiOwner.h).
 #ifndef ZEDA_CMPI_CMPIDATA_H
 #define ZEDA_CMPI_CMPIDATA_H
 
 #include <string>
 
+#include "CmpiOwner.h"
 #include "cmpift.h"
 
 class CmpiString;
@@ -76,6 +80,7 @@ class CmpiData {
   void requireType(CMPIType type) const;
 
   CMPIData data_;
+  CmpiOwner owner_;  // of the encapsulated value, when the binding made it
 };
 
 // A boolean value (CMPI_boolean); see the note on CMPIUint8 above.

@@ -1,6 +1,9 @@
-// CmpiInstance: a non-owning view of an object-manager instance.
+// CmpiInstance: an object-manager instance: a view of one the object manager
+// handed in, or the owner of one made through the broker (see CmpiOwner.h).
 #ifndef ZEDA_CMPI_CMPIINSTANCE_H
 #define ZEDA_CMPI_CMPIINSTANCE_H
+
+#include <utility>
 
 #include "CmpiData.h"
 #include "CmpiObjectPath.h"
@@ -8,8 +11,10 @@
 class CmpiInstance {
  public:
   CmpiInstance() = default;  // a null instance; every operation on it throws
+  // A view: the instance is never released by the binding.
   explicit CmpiInstance(const CMPIInstance* enc) : enc_(enc) {}
-  // Creates an instance on `path` through the broker of the current call.
+  // Creates an instance on `path` through the broker of the current call; the
+  // last copy releases it.
   explicit CmpiInstance(const CmpiObjectPath& path);
 
   CmpiData getProperty(const char* name) const;
@@ -27,7 +32,11 @@ class CmpiInstance {
   CMPIInstance* getEnc() const { return const_cast<CMPIInstance*>(enc_); }
 
  private:
+  friend class CmpiData;
+  CmpiInstance(const CMPIInstance* enc, CmpiOwner owner) : enc_(enc), owner_(std::move(owner)) {}
+
   const CMPIInstance* enc_ = nullptr;
+  CmpiOwner owner_;
 };
 
 #endif

@@ -1,16 +1,22 @@
-// CmpiObjectPath: a non-owning view of an object-manager object path
-// (namespace, host, class name and ordered keys).
+// CmpiObjectPath: an object-manager object path (namespace, host, class name
+// and ordered keys): a view of one the object manager handed in, or the owner
+// of one made through the broker (see CmpiOwner.h).
 #ifndef ZEDA_CMPI_CMPIOBJECTPATH_H
 #define ZEDA_CMPI_CMPIOBJECTPATH_H
 
+#include <utility>
+
 #include "CmpiData.h"
+#include "CmpiOwner.h"
 #include "CmpiString.h"
 
 class CmpiObjectPath {
  public:
   CmpiObjectPath() = default;  // a null path; every operation on it throws
+  // A view: the path is never released by the binding.
   explicit CmpiObjectPath(const CMPIObjectPath* enc) : enc_(enc) {}
-  // Creates a path with namespace and class name through the broker of the current call.
+  // Creates a path with namespace and class name through the broker of the
+  // current call; the last copy releases it.
   CmpiObjectPath(const CmpiString& nameSpace, const char* className);
   CmpiObjectPath(const char* nameSpace, const char* className);
 
@@ -34,7 +40,12 @@ class CmpiObjectPath {
   CMPIObjectPath* getEnc() const { return const_cast<CMPIObjectPath*>(enc_); }
 
  private:
+  friend class CmpiData;
+  CmpiObjectPath(const CMPIObjectPath* enc, CmpiOwner owner)
+      : enc_(enc), owner_(std::move(owner)) {}
+
   const CMPIObjectPath* enc_ = nullptr;
+  CmpiOwner owner_;
 };
 
 #endif

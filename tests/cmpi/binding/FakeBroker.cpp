@@ -46,17 +46,24 @@ namespace {
 // --- the broker -----------------------------------------------------------
 Broker* brokerOf(const CMPIBroker* mb) { return static_cast<Broker*>(mb->hdl); }
 
+// Notes an object made through the factory table: the provider's to release.
+template <class Enc>
+Enc* madeBy(const CMPIBroker* mb, Enc* enc) {
+  brokerOf(mb)->made.insert(enc);
+  return enc;
+}
+
 CMPIInstance* newInstance(const CMPIBroker* mb, const CMPIObjectPath* op, CMPIStatus* rc) {
   report(rc, ok());
-  return &brokerOf(mb)->instance(of<Path>(op))->enc;
+  return madeBy(mb, &brokerOf(mb)->instance(of<Path>(op))->enc);
 }
 CMPIObjectPath* newPath(const CMPIBroker* mb, const char* ns, const char* cn, CMPIStatus* rc) {
   report(rc, ok());
-  return &brokerOf(mb)->path(ns, cn)->enc;
+  return madeBy(mb, &brokerOf(mb)->path(ns, cn)->enc);
 }
 CMPIArgs* newArgs(const CMPIBroker* mb, CMPIStatus* rc) {
   report(rc, ok());
-  return &brokerOf(mb)->args()->enc;
+  return madeBy(mb, &brokerOf(mb)->args()->enc);
 }
 CMPIString* newString(const CMPIBroker* mb, const char* text, CMPIStatus* rc) {
   Broker* b = brokerOf(mb);
@@ -65,20 +72,20 @@ CMPIString* newString(const CMPIBroker* mb, const char* text, CMPIStatus* rc) {
     return nullptr;
   }
   report(rc, ok());
-  return b->string(text);
+  return madeBy(mb, b->string(text));
 }
 CMPIArray* newArray(const CMPIBroker* mb, CMPICount size, CMPIType type, CMPIStatus* rc) {
   report(rc, ok());
-  return &brokerOf(mb)->array(type, size)->enc;
+  return madeBy(mb, &brokerOf(mb)->array(type, size)->enc);
 }
 CMPIDateTime* newDateTime(const CMPIBroker* mb, CMPIStatus* rc) {
   report(rc, ok());
-  return &brokerOf(mb)->dateTime(1000000, false)->enc;
+  return madeBy(mb, &brokerOf(mb)->dateTime(1000000, false)->enc);
 }
 CMPIDateTime* newDateTimeBinary(const CMPIBroker* mb, CMPIUint64 bin, CMPIBoolean interval,
                                 CMPIStatus* rc) {
   report(rc, ok());
-  return &brokerOf(mb)->dateTime(bin, interval != 0)->enc;
+  return madeBy(mb, &brokerOf(mb)->dateTime(bin, interval != 0)->enc);
 }
 CMPIDateTime* newDateTimeChars(const CMPIBroker* mb, const char* text, CMPIStatus* rc) {
   // Only the CIM interval form "ddddddddhhmmss.mmmmmm:000" is understood here.
@@ -91,7 +98,8 @@ CMPIDateTime* newDateTimeChars(const CMPIBroker* mb, const char* text, CMPIStatu
   const CMPIUint64 seconds = std::stoull(t.substr(0, 8)) * 86400 +
                              std::stoull(t.substr(8, 2)) * 3600 +
                              std::stoull(t.substr(10, 2)) * 60 + std::stoull(t.substr(12, 2));
-  return &brokerOf(mb)->dateTime(seconds * 1000000 + std::stoull(t.substr(15, 6)), true)->enc;
+  return madeBy(
+      mb, &brokerOf(mb)->dateTime(seconds * 1000000 + std::stoull(t.substr(15, 6)), true)->enc);
 }
 CMPIBoolean classPathIsA(const CMPIBroker*, const CMPIObjectPath* op, const char* type,
                          CMPIStatus* rc) {
@@ -243,6 +251,17 @@ DateTime* Broker::dateTime(CMPIUint64 binary, bool interval) {
   d->binary = binary;
   d->interval = interval;
   return d;
+}
+
+int Broker::releasesOf(const void* enc) const {
+  const auto it = releases.find(enc);
+  return it == releases.end() ? 0 : it->second;
+}
+
+int Broker::releasesInAll() const {
+  int n = 0;
+  for (const auto& [enc, count] : releases) n += count;
+  return n;
 }
 
 std::string Broker::text(const CMPIString* s) {

@@ -5,7 +5,9 @@
 #ifndef ZEDA_TESTS_CMPI_BINDING_FAKEBROKER_H
 #define ZEDA_TESTS_CMPI_BINDING_FAKEBROKER_H
 
+#include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -132,6 +134,14 @@ class Broker {
   CMPIrc logAnswer = CMPI_RC_ERR_NOT_SUPPORTED;  // what logMessage and trace answer
   std::vector<std::string> logged;               // texts given to logMessage and trace
   std::vector<std::string> calls;                // names of the up-calls made
+
+  // Ownership: the objects made through the factory table (eft) and how
+  // often each object (by its C handle) was released. Released objects are
+  // kept, so a test can still look at them.
+  std::set<const void*> made;
+  std::map<const void*, int> releases;
+  int releasesOf(const void* enc) const;
+  int releasesInAll() const;
 
   std::vector<std::unique_ptr<String>> strings;
   std::vector<std::unique_ptr<Array>> arrays;

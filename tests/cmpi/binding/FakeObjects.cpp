@@ -303,12 +303,20 @@ CMPIBoolean seEvaluate(const CMPISelectExp* s, const CMPIInstance*, CMPIStatus* 
   return of<SelectExp>(s)->matches ? 1 : 0;
 }
 
+// --- release of any object: counted, the object is kept --------------------
+template <class Fake, class Enc>
+CMPIStatus release(Enc* e) {
+  ++of<Fake>(e)->owner->releases[e];
+  return ok();
+}
+
 }  // namespace
 
 void fillObjectTables(Broker& b) {
-  b.stringFT = CMPIStringFT{200, nullptr, nullptr, stringChars};
-  b.arrayFT = CMPIArrayFT{200, nullptr, nullptr, arraySize, arrayType, arrayGet, arraySet};
+  b.stringFT = CMPIStringFT{200, release<String>, nullptr, stringChars};
+  b.arrayFT = CMPIArrayFT{200, release<Array>, nullptr, arraySize, arrayType, arrayGet, arraySet};
   b.pathFT.ftVersion = 200;
+  b.pathFT.release = release<Path>;
   b.pathFT.setNameSpace = pathSetNs;
   b.pathFT.getNameSpace = pathGetNs;
   b.pathFT.setHostname = pathSetHost;
@@ -321,6 +329,7 @@ void fillObjectTables(Broker& b) {
   b.pathFT.getKeyCount = pathKeyCount;
   b.pathFT.toString = pathToString;
   b.instanceFT.ftVersion = 200;
+  b.instanceFT.release = release<Instance>;
   b.instanceFT.getProperty = instGet;
   b.instanceFT.getPropertyAt = instGetAt;
   b.instanceFT.getPropertyCount = instCount;
@@ -328,13 +337,15 @@ void fillObjectTables(Broker& b) {
   b.instanceFT.getObjectPath = instPath;
   b.instanceFT.setPropertyFilter = instFilter;
   b.instanceFT.setObjectPath = instSetPath;
-  b.argsFT = CMPIArgsFT{200, nullptr, nullptr, argsAdd, argsGet, argsGetAt, argsCount};
-  b.dateTimeFT = CMPIDateTimeFT{200, nullptr, nullptr, dtBinary, dtString, dtInterval};
-  b.contextFT = CMPIContextFT{200, nullptr, nullptr, ctxGet, ctxGetAt, ctxCount, ctxAdd};
-  b.resultFT = CMPIResultFT{200,        nullptr,    nullptr, resultData, resultInstance,
-                            resultPath, resultDone, nullptr};
-  b.enumerationFT = CMPIEnumerationFT{200, nullptr, nullptr, enumNext, enumHasNext, enumToArray};
+  b.argsFT = CMPIArgsFT{200, release<Args>, nullptr, argsAdd, argsGet, argsGetAt, argsCount};
+  b.dateTimeFT = CMPIDateTimeFT{200, release<DateTime>, nullptr, dtBinary, dtString, dtInterval};
+  b.contextFT = CMPIContextFT{200, release<Context>, nullptr, ctxGet, ctxGetAt, ctxCount, ctxAdd};
+  b.resultFT = CMPIResultFT{200,        release<Result>, nullptr, resultData, resultInstance,
+                            resultPath, resultDone,      nullptr};
+  b.enumerationFT =
+      CMPIEnumerationFT{200, release<Enumeration>, nullptr, enumNext, enumHasNext, enumToArray};
   b.selectExpFT.ftVersion = 200;
+  b.selectExpFT.release = release<SelectExp>;
   b.selectExpFT.getString = seString;
   b.selectExpFT.evaluate = seEvaluate;
 }

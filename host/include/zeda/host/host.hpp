@@ -224,6 +224,9 @@ class Host {
   // Encapsulated objects currently alive that were made with clone() and
   // not yet released (a test for leaks in providers).
   std::size_t liveClones() const;
+  // Encapsulated objects the broker holds outside requests (made outside a
+  // request, and every live clone): a released one is freed at once.
+  std::size_t liveObjects() const;
   // logMessage / trace calls seen so far, in order.
   std::vector<LogRecord> logMessages() const;
   std::vector<LogRecord> traces() const;

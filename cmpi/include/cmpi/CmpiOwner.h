@@ -1,0 +1,54 @@
+// CmpiOwner: shared ownership of an object the binding made through the
+// broker (newString, newObjectPath, newInstance, newArray, newArgs,
+// newDateTime...). The CMPI standard lets a provider release such an object
+// once it no longer uses it, and the object manager may then free it at once:
+// a provider that returns many results then runs in memory that does not grow
+// with them. The last copy of an owner releases the object, exactly once.
+//
+// Objects the object manager hands to the provider (call arguments, values
+// read from its objects, results of up-calls) are never owned: the object
+// manager frees them itself and a release by the provider would be an error.
+//
+// What the binding makes is handed to the object manager by copy (setProperty,
+// setKey, setElementAt, returnInstance ... copy what they keep), so releasing
+// it afterwards takes nothing from the object manager. An owned object must
+// not outlive the provider call that made it: the object manager frees what
+// is left of a call when it ends.
+#ifndef ZEDA_CMPI_CMPIOWNER_H
+#define ZEDA_CMPI_CMPIOWNER_H
+
+#include <memory>
+
+#include "cmpift.h"
+
+class CmpiOwner {
+ public:
+  CmpiOwner() = default;  // owns nothing
+
+  // Takes over `enc`, made by the broker for this provider; a null `enc`
+  // gives an owner of nothing.
+  template <class Enc>
+  static CmpiOwner of(const Enc* enc) {
+    CmpiOwner owner;
+    if (enc != nullptr) {
+      owner.ref_ = std::shared_ptr<const Enc>(enc, &release<Enc>);
+    }
+    return owner;
+  }
+
+  bool ownsObject() const { return ref_ != nullptr; }
+
+ private:
+  // A failed release leaves the object to the object manager, which frees it
+  // with the call; there is nothing better to do from a destructor.
+  template <class Enc>
+  static void release(const Enc* enc) noexcept {
+    if (enc->ft != nullptr && enc->ft->release != nullptr) {
+      enc->ft->release(const_cast<Enc*>(enc));
+    }
+  }
+
+  std::shared_ptr<const void> ref_;
+};
+
+#endif
