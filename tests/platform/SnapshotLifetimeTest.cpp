@@ -18,6 +18,16 @@
 #include "inventory/Library.h"
 #include "platform/Inventory.h"
 
+// g++ announces AddressSanitizer with __SANITIZE_ADDRESS__, clang (before
+// version 16) only through __has_feature.
+#if defined(__SANITIZE_ADDRESS__)
+#define ZEDA_TEST_UNDER_ASAN 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define ZEDA_TEST_UNDER_ASAN 1
+#endif
+#endif
+
 namespace zeda::test {
 namespace {
 
@@ -179,7 +189,7 @@ TEST_F(SnapshotLifetime, HundredThousandChangesUnderReadersKeepMemoryFlat) {
   // what one grace period can hold at this pace; keeping them all would take
   // about 290 MB. AddressSanitizer holds freed memory back in its
   // quarantine, so there only the snapshot count tells.
-#ifndef __SANITIZE_ADDRESS__
+#ifndef ZEDA_TEST_UNDER_ASAN
   EXPECT_LT(rssEnd - rssSettled, 64L * 1024 * 1024);
 #endif
 }
