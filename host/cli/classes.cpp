@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "literal.hpp"
 #include "zeda/host/format.hpp"
 
 namespace zeda::cim {
@@ -14,28 +15,6 @@ bool stripSuffix(std::string& s, const std::string& suffix) {
   return true;
 }
 
-std::string xmlEscape(const std::string& s) {
-  std::string out;
-  for (const char c : s) {
-    switch (c) {
-      case '&':
-        out += "&amp;";
-        break;
-      case '<':
-        out += "&lt;";
-        break;
-      case '>':
-        out += "&gt;";
-        break;
-      case '"':
-        out += "&quot;";
-        break;
-      default:
-        out += c;
-    }
-  }
-  return out;
-}
 }  // namespace
 
 std::vector<ServedClass> servedClasses(const std::vector<std::string>& factories) {
@@ -94,7 +73,7 @@ void printClasses(std::ostream& out, Format format, const std::vector<std::strin
     case Format::Xml:
       out << "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<IRETURNVALUE>\n";
       for (const auto& c : classes)
-        out << "<CLASSNAME NAME=\"" << xmlEscape(c.className) << "\"/>\n";
+        out << "<CLASSNAME NAME=\"" << zeda::host::detail::xmlEscape(c.className) << "\"/>\n";
       out << "</IRETURNVALUE>\n";
       break;
     case Format::Table: {
