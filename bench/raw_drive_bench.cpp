@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -104,8 +105,17 @@ void BM_RawDiskDrive(benchmark::State& state) {
     return;
   }
   host::Host& h = RawHost();
+  {
+    // Untimed first request, as for the module's benchmarks.
+    zeda::bench::CountingSink sink;
+    h.enumerateInstances(kRawProvider, host::ObjectPath("root/cimv2", "ZEDA_DiskDrive"),
+                         std::nullopt, sink);
+  }
   for (auto _ : state) {
-    if (!Answered(Enumerate(h, kRawProvider), size.disks)) {
+    zeda::bench::CountingSink sink;
+    const host::Outcome outcome = h.enumerateInstances(
+        kRawProvider, host::ObjectPath("root/cimv2", "ZEDA_DiskDrive"), std::nullopt, sink);
+    if (!outcome.ok() || !outcome.done || sink.count() != static_cast<std::size_t>(size.disks)) {
       state.SkipWithError("unexpected answer from the raw provider");
       break;
     }

@@ -41,6 +41,13 @@ bool SameFolded(std::string_view a, std::string_view b) {
   return true;
 }
 
+// Whether the text `first` + `second` equals `text`, letter case aside.
+bool KeyIsFolded(std::string_view first, std::string_view second, std::string_view text) {
+  return first.size() + second.size() == text.size() &&
+         SameFolded(first, text.substr(0, first.size())) &&
+         SameFolded(second, text.substr(first.size()));
+}
+
 // The slots for `entries` entries: a power of two, at least twice as many.
 std::size_t SlotCount(std::size_t entries) {
   std::size_t count = 4;
@@ -57,6 +64,7 @@ DiskKeyIndex::DiskKeyIndex(const std::vector<DiskRecord>& disks) : disks_(disks)
   const std::size_t entries = 2 * disks_.size();
   slots_.resize(SlotCount(entries));
   mask_ = slots_.size() - 1;
+  firstOfKey_.assign(entries, 1);
   // On a large NAS nearly every insertion lands on a line not in the cache:
   // each entry's hash is computed kAhead entries before it is inserted and its
   // home slot fetched meanwhile.
@@ -92,13 +100,54 @@ std::uint64_t DiskKeyIndex::HashOf(const Key& key) {
   return Finished(HashFolded(HashFolded(kFnvOffset, key.first), key.second));
 }
 
+bool DiskKeyIndex::SameKey(const Key& a, const Key& b) {
+  const std::size_t size = a.first.size() + a.second.size();
+  if (size != b.first.size() + b.second.size()) return false;
+  const auto at = [](const Key& key, std::size_t i) {
+    return AsciiLower(i < key.first.size() ? key.first[i] : key.second[i - key.first.size()]);
+  };
+  for (std::size_t i = 0; i < size; ++i) {
+    if (at(a, i) != at(b, i)) return false;
+  }
+  return true;
+}
+
+DiskKeyIndex::Key DiskKeyIndex::KeyOfEntry(std::uint32_t entry) const {
+  return KeyOf(disks_[entry / 2].disk.id, FormOf(entry));
+}
+
 void DiskKeyIndex::Insert(std::uint32_t entry, std::uint64_t hash) {
+  // Equal keys have equal hashes, so every earlier entry with this key lies
+  // on the probe sequence walked here; only equal tags need a comparison.
+  const std::uint32_t tag = Tag(hash);
   std::size_t at = static_cast<std::size_t>(hash) & mask_;
-  while (slots_[at].entry != kEmpty) at = (at + 1) & mask_;
-  slots_[at] = Slot{Tag(hash), entry};
+  for (; slots_[at].entry != kEmpty; at = (at + 1) & mask_) {
+    if (firstOfKey_[entry] == 1 && slots_[at].hash == tag) {
+      if (SameKey(KeyOfEntry(entry), KeyOfEntry(slots_[at].entry))) firstOfKey_[entry] = 0;
+    }
+  }
+  slots_[at] = Slot{tag, entry};
+}
+
+std::optional<std::size_t> DiskKeyIndex::FindNearRecent(std::string_view text,
+                                                        bool identifierOnly) const {
+  const std::size_t recent = recent_.load(std::memory_order_relaxed);
+  for (std::size_t position = recent; position < disks_.size() && position <= recent + 1;
+       ++position) {
+    for (std::uint32_t form = identifierOnly ? 1 : 0; form < 2; ++form) {
+      const auto entry = static_cast<std::uint32_t>(position * 2 + form);
+      const Key key = KeyOfEntry(entry);
+      if (firstOfKey_[entry] == 1 && KeyIsFolded(key.first, key.second, text)) return position;
+    }
+  }
+  return std::nullopt;
 }
 
 std::optional<std::size_t> DiskKeyIndex::Find(std::string_view text, bool identifierOnly) const {
+  if (const auto near = FindNearRecent(text, identifierOnly)) {
+    recent_.store(static_cast<std::uint32_t>(*near), std::memory_order_relaxed);
+    return near;
+  }
   const std::uint64_t hash = HashOf(Key{text, {}});
   const std::uint32_t tag = Tag(hash);
   for (std::size_t at = static_cast<std::size_t>(hash) & mask_; slots_[at].entry != kEmpty;
@@ -109,9 +158,8 @@ std::optional<std::size_t> DiskKeyIndex::Find(std::string_view text, bool identi
     if (identifierOnly && form != Form::Identifier) continue;
     const std::size_t position = slot.entry / 2;
     const Key key = KeyOf(disks_[position].disk.id, form);
-    if (key.first.size() + key.second.size() == text.size() &&
-        SameFolded(key.first, text.substr(0, key.first.size())) &&
-        SameFolded(key.second, text.substr(key.first.size()))) {
+    if (KeyIsFolded(key.first, key.second, text)) {
+      recent_.store(static_cast<std::uint32_t>(position), std::memory_order_relaxed);
       return position;
     }
   }

@@ -12,8 +12,15 @@
 // so of the entries with one key, the earlier one always stands earlier on
 // the probe sequence from their common home slot, and a look-up stops at the
 // first match.
+//
+// Providers ask for the disks of a NAS in list order, so a look-up first
+// tries the disk found last and the one after it, without hashing: on a large
+// NAS a probe of the table is a cache miss, a look at the next record is not.
+// A guess is taken only for an entry that is the first of its key (marked
+// while the table is built), so it gives exactly the table's answer.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -57,12 +64,23 @@ class DiskKeyIndex {
   static Key KeyOf(std::string_view id, Form form);
   static std::uint64_t HashOf(const Key& key);
 
+  // Whether two keys are the same text without regard to ASCII letter case.
+  static bool SameKey(const Key& a, const Key& b);
+  Key KeyOfEntry(std::uint32_t entry) const;
   void Insert(std::uint32_t entry, std::uint64_t hash);
   std::optional<std::size_t> Find(std::string_view text, bool identifierOnly) const;
+  // The table's answer when it is the disk found last or the one after it.
+  std::optional<std::size_t> FindNearRecent(std::string_view text, bool identifierOnly) const;
 
   const std::vector<DiskRecord>& disks_;
   std::vector<Slot> slots_;  // size a power of two, at least twice the entries
   std::size_t mask_ = 0;     // slots_.size() - 1
+  // Per entry: 1 when no earlier entry has the same key (so a look-up of
+  // that key answers this entry's disk).
+  std::vector<std::uint8_t> firstOfKey_;
+  // Position of the disk the last look-up found; only a guess (any thread may
+  // move it), checked before use.
+  mutable std::atomic<std::uint32_t> recent_{0};
 };
 
 }  // namespace zeda::pelka::platform

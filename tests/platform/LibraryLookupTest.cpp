@@ -143,6 +143,34 @@ TEST_F(InMemory, FirstMatchingDiskInListOrderAnswers) {
   EXPECT_EQ(orvi.GetDiskIdentity("X:1").serial, "first");
 }
 
+TEST_F(InMemory, LookupsInListOrderStillAnswerTheFirstMatchingDisk) {
+  // Providers ask for the disks of a NAS in list order. Here the disk after
+  // the one asked last often carries the key asked next but is not the first
+  // with it: the first disk still answers, whatever was asked before.
+  platform::UseInMemoryInventory(InventoryOf({NasWith(
+      "nas1", {Disk("a:1", 1, "s1"), Disk("b:1", 2, "s2"), Disk("A:1", 3, "s3"),
+               Disk("01", 4, "s4"), Disk("0:1", 5, "s5"), Disk("c:1", 6, "s6")})}));
+  zeda::orvi::Orvi& orvi = GetOrvi(Nas::Get("nas1"));
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(orvi.GetDiskHealth("a1").healthStatus, 1u);
+    EXPECT_EQ(orvi.GetDiskHealth("b1").healthStatus, 2u);
+    EXPECT_EQ(orvi.GetDiskHealth("A1").healthStatus, 1u);
+    EXPECT_EQ(orvi.GetDiskIdentity("A:1").serial, "s1");
+    EXPECT_EQ(orvi.GetDiskHealth("01").healthStatus, 4u);
+    // "0:1" has the health key "01", which the disk before it answers.
+    EXPECT_EQ(orvi.GetDiskHealth("01").healthStatus, 4u);
+    EXPECT_EQ(orvi.GetDiskHealth("0:1").healthStatus, 5u);
+    EXPECT_EQ(orvi.GetDiskIdentity("0:1").serial, "s5");
+    EXPECT_EQ(orvi.GetDiskHealth("C1").healthStatus, 6u);
+    EXPECT_EQ(orvi.GetDiskIdentity("c:1").serial, "s6");
+  }
+  // Backwards and after a miss, too.
+  EXPECT_EQ(orvi.GetDiskIdentity("b:1").serial, "s2");
+  EXPECT_EQ(Thrown([&] { orvi.GetDiskHealth("d1"); }), "Disk not found: d1");
+  EXPECT_EQ(orvi.GetDiskIdentity("a:1").serial, "s1");
+  EXPECT_EQ(orvi.GetDiskHealth("b1").healthStatus, 2u);
+}
+
 TEST_F(InMemory, IdentityIsFoundByIdentifierOnly) {
   platform::UseInMemoryInventory(InventoryOf({NasWith("nas1", {Disk("0:1"), Disk("0:10")})}));
   zeda::orvi::Orvi& orvi = GetOrvi(Nas::Get("nas1"));

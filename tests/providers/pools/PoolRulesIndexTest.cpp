@@ -258,5 +258,34 @@ TEST(SubstringIndex, MatchesFindOnRandomTexts) {
   }
 }
 
+TEST(SubstringIndex, MatchesFindWithEveryByteAndWideBranching) {
+  // Identifiers over all 256 byte values, so that nodes have many edges
+  // (searched by halving) and bytes above 0x7f sort after the others; given
+  // in random order, so the index sorts them itself.
+  std::mt19937 random(15);
+  auto text = [&random](int maxLength) {
+    std::string s(static_cast<std::size_t>(random() % static_cast<unsigned>(maxLength + 1)), ' ');
+    for (char& ch : s) ch = static_cast<char>(random() % 256);
+    return s;
+  };
+  for (int round = 0; round < 20; ++round) {
+    std::vector<std::string> ids;
+    for (int i = 0; i < 400; ++i) ids.push_back(text(3));
+    ids.push_back(ids[7]);  // a repeat shares its pattern
+    const std::vector<std::string_view> views(ids.begin(), ids.end());
+    zeda::pelka::SubstringIndex index(views);
+    EXPECT_EQ(index.PatternOf(ids.size() - 1), index.PatternOf(7));
+    for (int t = 0; t < 50; ++t) {
+      std::string haystack = text(40);
+      if (t % 2 == 0) haystack += ids[random() % ids.size()];  // at least one inside
+      const std::vector<std::size_t> found = Occurring(index, haystack);
+      for (std::size_t i = 0; i < ids.size(); ++i) {
+        ASSERT_EQ(found[index.PatternOf(i)], Contains(haystack, ids[i]) ? 1u : 0u)
+            << "identifier " << i << " in round " << round;
+      }
+    }
+  }
+}
+
 }  // namespace
 }  // namespace zeda::test

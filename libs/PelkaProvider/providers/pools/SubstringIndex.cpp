@@ -1,18 +1,24 @@
 #include "providers/pools/SubstringIndex.h"
 
+#include <algorithm>
+#include <numeric>
 #include <stdexcept>
 
 namespace zeda::pelka {
 
 namespace {
 
-std::uint64_t EdgeKey(std::uint32_t node, unsigned char byte) {
-  return ((static_cast<std::uint64_t>(node) << 8) | byte) + 1;
-}
+// Beyond this many edges a node's edges are searched by halving; below it a
+// straight scan of the bytes is cheaper.
+constexpr std::uint32_t kScanEdges = 8;
 
-std::size_t EdgeSlot(std::uint64_t key, std::size_t mask) {
-  // Fibonacci hashing: the multiplication spreads consecutive keys.
-  return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15ULL) >> 32) & mask;
+std::size_t CommonPrefix(std::string_view a, std::string_view b) {
+  const std::size_t size = std::min(a.size(), b.size());
+  std::size_t i = 0;
+  while (i < size && a[i] == b[i]) {
+    ++i;
+  }
+  return i;
 }
 
 }  // namespace
@@ -22,98 +28,115 @@ SubstringIndex::SubstringIndex(const std::vector<std::string_view>& identifiers)
   for (const std::string_view id : identifiers) {
     bytes += id.size();
   }
-  if (bytes >= kNone) {
+  if (bytes >= kNone || identifiers.size() >= kNone) {
     throw std::length_error("too many identifier bytes for a substring index");
   }
-  nodes_.reserve(bytes + 1);
-  nodes_.emplace_back();
-  std::vector<Links> links(1);
-  links.reserve(bytes + 1);
-  edges_.assign(16, Edge{});
+  const std::vector<std::uint32_t> endOf = BuildTrie(identifiers);
   patternOf_.reserve(identifiers.size());
-  for (const std::string_view id : identifiers) {
-    std::uint32_t node = kRoot;
-    for (const char ch : id) {
-      const auto byte = static_cast<unsigned char>(ch);
-      const std::uint32_t child = Child(node, byte);
-      node = child == kNone ? AddChild(node, byte, links) : child;
-    }
+  for (const std::uint32_t node : endOf) {
     if (nodes_[node].pattern == kNone) {
       nodes_[node].pattern = static_cast<std::uint32_t>(patternCount_++);
     }
     patternOf_.push_back(nodes_[node].pattern);
   }
-  LinkFailures(links);
+  LinkFailures();
+}
+
+std::vector<std::uint32_t> SubstringIndex::BuildTrie(
+    const std::vector<std::string_view>& identifiers) {
+  // Identifiers in byte order (string_view compares bytes as unsigned), so
+  // that each one shares its path with the one before it up to their common
+  // prefix and only the rest is new. Disk lists are usually in order
+  // already; then no sorting is done.
+  std::vector<std::uint32_t> order(identifiers.size());
+  std::iota(order.begin(), order.end(), 0U);
+  const auto before = [&identifiers](std::uint32_t a, std::uint32_t b) {
+    return identifiers[a] < identifiers[b];
+  };
+  if (!std::is_sorted(order.begin(), order.end(), before)) {
+    std::sort(order.begin(), order.end(), before);
+  }
+
+  // New nodes are numbered as they are made, which is depth-first order.
+  // Their edges are collected as (parent, byte, child) and grouped by parent
+  // afterwards; per parent they come in increasing byte order.
+  struct NewEdge {
+    std::uint32_t parent;
+    std::uint32_t child;
+    unsigned char byte;
+  };
+  std::vector<NewEdge> made;
+  nodes_.emplace_back();
+  std::vector<std::uint32_t> path{kRoot};  // path[d]: node of the first d bytes
+  std::vector<std::uint32_t> endOf(identifiers.size(), kRoot);
+  std::string_view previous;
+  for (const std::uint32_t i : order) {
+    const std::string_view id = identifiers[i];
+    const std::size_t shared = CommonPrefix(previous, id);
+    path.resize(shared + 1);
+    for (std::size_t d = shared; d < id.size(); ++d) {
+      const auto child = static_cast<std::uint32_t>(nodes_.size());
+      nodes_.emplace_back();
+      made.push_back(NewEdge{path.back(), child, static_cast<unsigned char>(id[d])});
+      path.push_back(child);
+    }
+    endOf[i] = path.back();
+    previous = id;
+  }
+
+  firstEdge_.assign(nodes_.size() + 1, 0);
+  for (const NewEdge& edge : made) {
+    ++firstEdge_[edge.parent + 1];
+  }
+  std::partial_sum(firstEdge_.begin(), firstEdge_.end(), firstEdge_.begin());
+  edgeByte_.resize(made.size());
+  edgeTarget_.resize(made.size());
+  std::vector<std::uint32_t> filled(firstEdge_.begin(), firstEdge_.end() - 1);
+  for (const NewEdge& edge : made) {
+    const std::uint32_t at = filled[edge.parent]++;
+    edgeByte_[at] = edge.byte;
+    edgeTarget_[at] = edge.child;
+  }
+  return endOf;
 }
 
 std::uint32_t SubstringIndex::Child(std::uint32_t node, unsigned char byte) const {
-  const std::uint64_t key = EdgeKey(node, byte);
-  const std::size_t mask = edges_.size() - 1;
-  for (std::size_t slot = EdgeSlot(key, mask);; slot = (slot + 1) & mask) {
-    if (edges_[slot].key == key) {
-      return edges_[slot].target;
+  const std::uint32_t first = firstEdge_[node];
+  const std::uint32_t end = firstEdge_[node + 1];
+  if (end - first <= kScanEdges) {
+    for (std::uint32_t at = first; at < end; ++at) {
+      if (edgeByte_[at] == byte) {
+        return edgeTarget_[at];
+      }
     }
-    if (edges_[slot].key == 0) {
-      return kNone;
-    }
+    return kNone;
   }
+  const auto begin = edgeByte_.begin() + first;
+  const auto found = std::lower_bound(begin, edgeByte_.begin() + end, byte);
+  if (found == edgeByte_.begin() + end || *found != byte) {
+    return kNone;
+  }
+  return edgeTarget_[static_cast<std::size_t>(found - edgeByte_.begin())];
 }
 
-std::uint32_t SubstringIndex::AddChild(std::uint32_t node, unsigned char byte,
-                                       std::vector<Links>& links) {
-  // Keep the table at most half full so that probes stay short.
-  if (2 * (edgeCount_ + 1) > edges_.size()) {
-    GrowEdges();
-  }
-  const auto child = static_cast<std::uint32_t>(nodes_.size());
-  nodes_.emplace_back();
-  links.push_back(Links{kNone, links[node].firstChild, byte});
-  links[node].firstChild = child;
-  const std::uint64_t key = EdgeKey(node, byte);
-  const std::size_t mask = edges_.size() - 1;
-  std::size_t slot = EdgeSlot(key, mask);
-  while (edges_[slot].key != 0) {
-    slot = (slot + 1) & mask;
-  }
-  edges_[slot] = Edge{key, child};
-  ++edgeCount_;
-  return child;
-}
-
-void SubstringIndex::GrowEdges() {
-  std::vector<Edge> grown(edges_.size() * 2);
-  const std::size_t mask = grown.size() - 1;
-  for (const Edge& edge : edges_) {
-    if (edge.key == 0) {
-      continue;
-    }
-    std::size_t slot = EdgeSlot(edge.key, mask);
-    while (grown[slot].key != 0) {
-      slot = (slot + 1) & mask;
-    }
-    grown[slot] = edge;
-  }
-  edges_.swap(grown);
-}
-
-void SubstringIndex::LinkFailures(const std::vector<Links>& links) {
+void SubstringIndex::LinkFailures() {
   // Breadth first, so that every node's fail target (a shorter string) is
   // linked before the node itself. The root's output stays kNone: the empty
   // pattern, if any, is reported by the root itself at the start of a text
   // and ends every output chain through the children of the root.
   std::vector<std::uint32_t> queue;
   queue.reserve(nodes_.size());
-  for (std::uint32_t child = links[kRoot].firstChild; child != kNone;
-       child = links[child].nextSibling) {
+  for (std::uint32_t at = firstEdge_[kRoot]; at < firstEdge_[kRoot + 1]; ++at) {
+    const std::uint32_t child = edgeTarget_[at];
     nodes_[child].fail = kRoot;
     nodes_[child].output = nodes_[kRoot].pattern != kNone ? kRoot : kNone;
     queue.push_back(child);
   }
   for (std::size_t head = 0; head < queue.size(); ++head) {
     const std::uint32_t node = queue[head];
-    for (std::uint32_t child = links[node].firstChild; child != kNone;
-         child = links[child].nextSibling) {
-      const unsigned char byte = links[child].byte;
+    for (std::uint32_t at = firstEdge_[node]; at < firstEdge_[node + 1]; ++at) {
+      const std::uint32_t child = edgeTarget_[at];
+      const unsigned char byte = edgeByte_[at];
       std::uint32_t fail = nodes_[node].fail;
       std::uint32_t target = Child(fail, byte);
       while (target == kNone && fail != kRoot) {

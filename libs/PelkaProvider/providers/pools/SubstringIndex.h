@@ -2,7 +2,9 @@
 // time linear in the texts: an Aho-Corasick automaton over the identifiers.
 // The pool rules build one per request over the disk identifiers of a NAS
 // and run it once over every RAID-group entry (or joined list) instead of
-// searching every entry for every disk.
+// searching every entry for every disk. Building it takes one pass over the
+// identifiers when they come in byte order, as disk lists usually do, and a
+// sort of them otherwise.
 #ifndef ZEDA_PELKA_SUBSTRINGINDEX_H
 #define ZEDA_PELKA_SUBSTRINGINDEX_H
 
@@ -46,31 +48,25 @@ class SubstringIndex {
     std::uint32_t pattern = kNone;  // pattern ending here
     std::uint32_t seen = 0;         // number of the last text that reported this node
   };
-  // What only the construction reads: the children of a node as a list.
-  struct Links {
-    std::uint32_t firstChild = kNone;
-    std::uint32_t nextSibling = kNone;
-    unsigned char byte = 0;  // label of the edge from the parent
-  };
-  // One slot of the open-addressing edge table: key (node << 8 | byte) + 1,
-  // 0 for a free slot.
-  struct Edge {
-    std::uint64_t key = 0;
-    std::uint32_t target = kNone;
-  };
 
+  // Builds the trie with nodes numbered in depth-first order of the sorted
+  // identifiers; returns the node each identifier ends at.
+  std::vector<std::uint32_t> BuildTrie(const std::vector<std::string_view>& identifiers);
   std::uint32_t Child(std::uint32_t node, unsigned char byte) const;
-  std::uint32_t AddChild(std::uint32_t node, unsigned char byte, std::vector<Links>& links);
-  void GrowEdges();
-  void LinkFailures(const std::vector<Links>& links);
+  void LinkFailures();
   // Reports `node` and the pattern nodes on its output chain not yet seen in
   // this text; stops at the first one seen (its chain was reported with it).
   template <class Found>
   void Report(std::uint32_t node, Found& found);
 
+  // Nodes in depth-first order, so that texts which share a beginning, as the
+  // neighbouring entries of a RAID group do, walk neighbouring memory. The
+  // edges out of node n are firstEdge_[n] .. firstEdge_[n + 1] - 1 of
+  // edgeByte_/edgeTarget_, in increasing byte order.
   std::vector<Node> nodes_;
-  std::vector<Edge> edges_;
-  std::size_t edgeCount_ = 0;
+  std::vector<std::uint32_t> firstEdge_;
+  std::vector<unsigned char> edgeByte_;
+  std::vector<std::uint32_t> edgeTarget_;
   std::vector<std::size_t> patternOf_;
   std::size_t patternCount_ = 0;
   std::uint32_t text_ = 0;  // number of the current text, for `seen`
