@@ -131,9 +131,10 @@ void DiskKeyIndex::Insert(std::uint32_t entry, std::uint64_t hash) {
 
 std::optional<std::size_t> DiskKeyIndex::FindNearRecent(std::string_view text,
                                                         bool identifierOnly) const {
+  // The next disk first: a walk in list order asks for it.
   const std::size_t recent = recent_.load(std::memory_order_relaxed);
-  for (std::size_t position = recent; position < disks_.size() && position <= recent + 1;
-       ++position) {
+  for (const std::size_t position : {recent + 1, recent}) {
+    if (position >= disks_.size()) continue;
     for (std::uint32_t form = identifierOnly ? 1 : 0; form < 2; ++form) {
       const auto entry = static_cast<std::uint32_t>(position * 2 + form);
       const Key key = KeyOfEntry(entry);
