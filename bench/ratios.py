@@ -5,6 +5,8 @@ Reads the JSON a run writes with --benchmark_out=<file> --benchmark_out_format=j
 and prints, per benchmark measured at the three sizes, the cost per disk of
 100,000 disks in one NAS over that of 1,000 disks in NAS devices of 500
 (CPU time, from items_per_second), and the counters of the ratio benchmarks.
+A run with --benchmark_repetitions=N gives each figure as the median of its
+repetitions, which a noisy machine needs.
 
 Usage: bench/ratios.py run.json
 """
@@ -18,7 +20,13 @@ LARGE = "disks:100000/perNas:100000"
 
 def main(path):
     with open(path) as f:
-        runs = [b for b in json.load(f)["benchmarks"] if b.get("run_type", "iteration") == "iteration"]
+        benchmarks = json.load(f)["benchmarks"]
+    medians = [b for b in benchmarks
+               if b.get("run_type") == "aggregate" and b.get("aggregate_name") == "median"]
+    if medians:
+        runs = [dict(b, name=b["run_name"]) for b in medians]
+    else:
+        runs = [b for b in benchmarks if b.get("run_type", "iteration") == "iteration"]
     per_disk = {}  # (family, extra arguments) -> {size: items per second}
     for b in runs:
         name = b["name"]
@@ -29,11 +37,11 @@ def main(path):
                 per_disk.setdefault((family, extra), {})[size] = b["items_per_second"]
     print("| Benchmark | cost per disk, 100,000 in one NAS / 1,000 in NAS devices of 500 |")
     print("|---|---|")
-    for (family, extra), sizes in per_disk.items():
+    for (family, extra), sizes in sorted(per_disk.items()):
         if SMALL in sizes and LARGE in sizes:
             print(f"| `{family}{extra}` | {sizes[SMALL] / sizes[LARGE]:.2f} |")
     print()
-    for b in runs:
+    for b in sorted(runs, key=lambda b: b["name"]):
         counters = {k: v for k, v in b.items()
                     if k.endswith("_to_raw") or k in ("ratio", "unchanged_ns", "reparse_ns")
                     or k.endswith("_per_disk")}

@@ -19,6 +19,7 @@
 
 #include <memory>
 
+#include "CmpiOwnerBlocks.h"
 #include "cmpift.h"
 
 class CmpiOwner {
@@ -31,7 +32,8 @@ class CmpiOwner {
   static CmpiOwner of(const Enc* enc) {
     CmpiOwner owner;
     if (enc != nullptr) {
-      owner.ref_ = std::shared_ptr<const Enc>(enc, &release<Enc>);
+      owner.ref_ = std::shared_ptr<const Enc>(enc, &release<Enc>,
+                                              cmpi_detail::OwnerBlockAllocator<char>());
     }
     return owner;
   }
