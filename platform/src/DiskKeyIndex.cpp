@@ -34,18 +34,12 @@ std::uint64_t Finished(std::uint64_t hash) {
 
 std::uint32_t Tag(std::uint64_t hash) { return static_cast<std::uint32_t>(hash >> 32); }
 
+// Whether `a` and `b`, of one size, hold the same text, letter case aside.
 bool SameFolded(std::string_view a, std::string_view b) {
   for (std::size_t i = 0; i < a.size(); ++i) {
     if (AsciiLower(a[i]) != AsciiLower(b[i])) return false;
   }
   return true;
-}
-
-// Whether the text `first` + `second` equals `text`, letter case aside.
-bool KeyIsFolded(std::string_view first, std::string_view second, std::string_view text) {
-  return first.size() + second.size() == text.size() &&
-         SameFolded(first, text.substr(0, first.size())) &&
-         SameFolded(second, text.substr(first.size()));
 }
 
 // The slots for `entries` entries: a power of two, at least twice as many.
@@ -71,7 +65,7 @@ DiskKeyIndex::DiskKeyIndex(const std::vector<DiskRecord>& disks) : disks_(disks)
   constexpr std::size_t kAhead = 16;
   std::array<std::uint64_t, kAhead> ahead{};
   const auto hashOf = [this](std::size_t entry) {
-    return HashOf(KeyOf(disks_[entry / 2].disk.id, FormOf(static_cast<std::uint32_t>(entry))));
+    return HashOf(KeyOfEntry(static_cast<std::uint32_t>(entry)));
   };
   for (std::size_t entry = 0; entry < entries + kAhead; ++entry) {
     if (entry >= kAhead) {
@@ -103,6 +97,11 @@ std::uint64_t DiskKeyIndex::HashOf(const Key& key) {
 bool DiskKeyIndex::SameKey(const Key& a, const Key& b) {
   const std::size_t size = a.first.size() + a.second.size();
   if (size != b.first.size() + b.second.size()) return false;
+  // A look-up compares with a text in one piece: a piece-by-piece compare.
+  if (b.second.empty()) {
+    return SameFolded(a.first, b.first.substr(0, a.first.size())) &&
+           SameFolded(a.second, b.first.substr(a.first.size()));
+  }
   const auto at = [](const Key& key, std::size_t i) {
     return AsciiLower(i < key.first.size() ? key.first[i] : key.second[i - key.first.size()]);
   };
@@ -137,34 +136,31 @@ std::optional<std::size_t> DiskKeyIndex::FindNearRecent(std::string_view text,
     if (position >= disks_.size()) continue;
     for (std::uint32_t form = identifierOnly ? 1 : 0; form < 2; ++form) {
       const auto entry = static_cast<std::uint32_t>(position * 2 + form);
-      const Key key = KeyOfEntry(entry);
-      if (firstOfKey_[entry] == 1 && KeyIsFolded(key.first, key.second, text)) return position;
+      if (firstOfKey_[entry] == 1 && SameKey(KeyOfEntry(entry), Key{text, {}})) return position;
     }
   }
   return std::nullopt;
 }
 
-std::optional<std::size_t> DiskKeyIndex::Find(std::string_view text, bool identifierOnly) const {
-  if (const auto near = FindNearRecent(text, identifierOnly)) {
-    recent_.store(static_cast<std::uint32_t>(*near), std::memory_order_relaxed);
-    return near;
-  }
+std::optional<std::size_t> DiskKeyIndex::FindInTable(std::string_view text,
+                                                     bool identifierOnly) const {
   const std::uint64_t hash = HashOf(Key{text, {}});
   const std::uint32_t tag = Tag(hash);
   for (std::size_t at = static_cast<std::size_t>(hash) & mask_; slots_[at].entry != kEmpty;
        at = (at + 1) & mask_) {
     const Slot& slot = slots_[at];
     if (slot.hash != tag) continue;
-    const Form form = FormOf(slot.entry);
-    if (identifierOnly && form != Form::Identifier) continue;
-    const std::size_t position = slot.entry / 2;
-    const Key key = KeyOf(disks_[position].disk.id, form);
-    if (KeyIsFolded(key.first, key.second, text)) {
-      recent_.store(static_cast<std::uint32_t>(position), std::memory_order_relaxed);
-      return position;
-    }
+    if (identifierOnly && FormOf(slot.entry) != Form::Identifier) continue;
+    if (SameKey(KeyOfEntry(slot.entry), Key{text, {}})) return slot.entry / 2;
   }
   return std::nullopt;
+}
+
+std::optional<std::size_t> DiskKeyIndex::Find(std::string_view text, bool identifierOnly) const {
+  std::optional<std::size_t> found = FindNearRecent(text, identifierOnly);
+  if (!found) found = FindInTable(text, identifierOnly);
+  if (found) recent_.store(static_cast<std::uint32_t>(*found), std::memory_order_relaxed);
+  return found;
 }
 
 std::optional<std::size_t> DiskKeyIndex::FindByHealthKey(std::string_view key) const {

@@ -68,9 +68,11 @@ class DiskKeyIndex {
   static bool SameKey(const Key& a, const Key& b);
   Key KeyOfEntry(std::uint32_t entry) const;
   void Insert(std::uint32_t entry, std::uint64_t hash);
+  // The look-up: near the disk found last, else in the table.
   std::optional<std::size_t> Find(std::string_view text, bool identifierOnly) const;
   // The table's answer when it is the disk found last or the one after it.
   std::optional<std::size_t> FindNearRecent(std::string_view text, bool identifierOnly) const;
+  std::optional<std::size_t> FindInTable(std::string_view text, bool identifierOnly) const;
 
   const std::vector<DiskRecord>& disks_;
   std::vector<Slot> slots_;  // size a power of two, at least twice the entries
