@@ -108,10 +108,9 @@ void BM_GetLastStorageExtent(benchmark::State& state) {
   const std::string id = std::to_string(last / 100) + ":" + std::to_string(last % 100 + last);
   host::ObjectPath path("root/cimv2", "ZEDA_StorageExtent_Disk");
   path.addKey("SystemName", nas).addKey("DeviceID", nas + ":DiskExtent" + id);
-  Run(state, 1,
-      [&](host::Host& h, host::ResultSink& sink) {
-        return h.getInstance("ZEDA_StorageExtent_DiskProvider", path, std::nullopt, sink);
-      });
+  Run(state, 1, [&](host::Host& h, host::ResultSink& sink) {
+    return h.getInstance("ZEDA_StorageExtent_DiskProvider", path, std::nullopt, sink);
+  });
 }
 
 // Associators from the spare pool of one NAS: a health query per disk of it.

@@ -103,10 +103,10 @@ void BM_ConcreteComponentFromExtent(benchmark::State& state) {
     path.addKey("SystemName", size.nas(n))
         .addKey("DeviceID", size.nas(n) + ":DiskExtent" + DiskId(last));
     zeda::bench::CountingSink sink;
-    const host::Outcome outcome = h.associators(
-        "ZEDA_ConcreteComponent_PrimordialProvider", path,
-        std::string("ZEDA_ConcreteComponent_Primordial"), std::nullopt, std::nullopt, std::nullopt,
-        std::nullopt, sink);
+    const host::Outcome outcome =
+        h.associators("ZEDA_ConcreteComponent_PrimordialProvider", path,
+                      std::string("ZEDA_ConcreteComponent_Primordial"), std::nullopt, std::nullopt,
+                      std::nullopt, std::nullopt, sink);
     return outcome.ok() && sink.count() == 1;
   });
 }

@@ -1,9 +1,7 @@
 #include "InventoryPlain.h"
 
-#include <array>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
@@ -19,23 +17,8 @@ namespace {
 
 namespace od = simdjson::ondemand;
 
-constexpr std::uint64_t kMax32 = std::numeric_limits<std::uint32_t>::max();
-constexpr std::uint64_t kMax64 = std::numeric_limits<std::uint64_t>::max();
-
 // Every reader below returns false when what it reads is not in the plain
 // form; the caller then gives up the whole document.
-
-template <std::size_t N>
-using Names = std::array<std::string_view, N>;
-
-constexpr Names<1> kDocumentNames = {"nas"};
-constexpr Names<3> kNasNames = {"name", "disks", "groups"};
-constexpr Names<11> kDiskNames = {"id",    "status",        "isFree",          "isSpare",
-                                  "isSsd", "interfaceType", "firmwareVersion", "capacity",
-                                  "rpm",   "health",        "identity"};
-constexpr Names<2> kHealthNames = {"status", "message"};
-constexpr Names<3> kIdentityNames = {"product", "model", "serial"};
-constexpr Names<2> kGroupNames = {"dataDisks", "spareDisks"};
 
 // Calls read(position in `names`, value) for each member of `value`, an
 // object; refuses unknown members (also those whose name is written with
@@ -43,7 +26,8 @@ constexpr Names<2> kGroupNames = {"dataDisks", "spareDisks"};
 // Members are mostly listed in the order of `names`: the name after the last
 // one found is tried first.
 template <std::size_t N, typename Read>
-bool ForEachMember(od::value& value, const Names<N>& names, std::uint32_t& seen, Read&& read) {
+bool ForEachMember(od::value& value, const MemberNames<N>& names, std::uint32_t& seen,
+                   Read&& read) {
   static_assert(N <= 32, "one bit per member");
   od::object object;
   if (value.get_object().get(object) != simdjson::SUCCESS) return false;
@@ -118,7 +102,7 @@ bool ReadStatus(od::value& value, zeda::orvi::DiskStatus& into) {
 
 bool ReadHealth(od::value& value, zeda::orvi::OrviDiskHealth& health) {
   std::uint32_t seen = 0;
-  return ForEachMember(value, kHealthNames, seen, [&](std::size_t member, od::value& item) {
+  return ForEachMember(value, kHealthMembers, seen, [&](std::size_t member, od::value& item) {
     return member == 0 ? ReadUnsigned(item, kMax32, health.healthStatus)
                        : ReadText(item, health.message);
   });
@@ -126,7 +110,7 @@ bool ReadHealth(od::value& value, zeda::orvi::OrviDiskHealth& health) {
 
 bool ReadIdentity(od::value& value, zeda::orvi::OrviDiskIdentity& identity) {
   std::uint32_t seen = 0;
-  return ForEachMember(value, kIdentityNames, seen, [&](std::size_t member, od::value& item) {
+  return ForEachMember(value, kIdentityMembers, seen, [&](std::size_t member, od::value& item) {
     switch (member) {
       case 0:
         return ReadText(item, identity.product);
@@ -143,7 +127,7 @@ bool ReadDisk(od::value& value, DiskRecord& record) {
   disk.status = zeda::orvi::Ok;  // when the member is left out
   std::uint32_t seen = 0;
   const bool read =
-      ForEachMember(value, kDiskNames, seen, [&](std::size_t member, od::value& item) {
+      ForEachMember(value, kDiskMembers, seen, [&](std::size_t member, od::value& item) {
         switch (member) {
           case 0:
             return ReadText(item, disk.id);
@@ -180,27 +164,28 @@ bool ReadIdList(od::value& value, std::vector<std::string>& ids) {
 
 bool ReadGroup(od::value& value, zeda::orvi::OrviDiskGroup& group) {
   std::uint32_t seen = 0;
-  return ForEachMember(value, kGroupNames, seen, [&](std::size_t member, od::value& item) {
+  return ForEachMember(value, kGroupMembers, seen, [&](std::size_t member, od::value& item) {
     return ReadIdList(item, member == 0 ? group.dataDisks : group.spareDisks);
   });
 }
 
 bool ReadNas(od::value& value, NasRecord& nas) {
   std::uint32_t seen = 0;
-  const bool read = ForEachMember(value, kNasNames, seen, [&](std::size_t member, od::value& item) {
-    switch (member) {
-      case 0:
-        return ReadText(item, nas.name);
-      case 1:
-        return ForEachElement(
-            item, [&](std::size_t count) { nas.disks.reserve(count); },
-            [&](od::value& disk) { return ReadDisk(disk, nas.disks.emplace_back()); });
-      default:
-        return ForEachElement(
-            item, [&](std::size_t count) { nas.groups.reserve(count); },
-            [&](od::value& group) { return ReadGroup(group, nas.groups.emplace_back()); });
-    }
-  });
+  const bool read =
+      ForEachMember(value, kNasMembers, seen, [&](std::size_t member, od::value& item) {
+        switch (member) {
+          case 0:
+            return ReadText(item, nas.name);
+          case 1:
+            return ForEachElement(
+                item, [&](std::size_t count) { nas.disks.reserve(count); },
+                [&](od::value& disk) { return ReadDisk(disk, nas.disks.emplace_back()); });
+          default:
+            return ForEachElement(
+                item, [&](std::size_t count) { nas.groups.reserve(count); },
+                [&](od::value& group) { return ReadGroup(group, nas.groups.emplace_back()); });
+        }
+      });
   return read && (seen & 1U) != 0;  // the name is required
 }
 
@@ -224,7 +209,7 @@ std::optional<Inventory> ReadPadded(simdjson::padded_string_view text) {
   if (document.get_value().get(top) != simdjson::SUCCESS) return std::nullopt;
   Inventory inventory;
   std::uint32_t seen = 0;
-  if (!ForEachMember(top, kDocumentNames, seen, [&](std::size_t, od::value& item) {
+  if (!ForEachMember(top, kDocumentMembers, seen, [&](std::size_t, od::value& item) {
         return ReadNasList(item, inventory.nas);
       })) {
     return std::nullopt;

@@ -84,6 +84,25 @@ struct Problem {
 // The disk state of a status word, or nothing for an unknown word.
 std::optional<zeda::orvi::DiskStatus> StatusOfWord(std::string_view word);
 
+// The members of each object of the format. Both readers (this walk and the
+// quick one of InventoryPlain.cpp) number a member by its position here.
+template <std::size_t N>
+using MemberNames = std::array<std::string_view, N>;
+
+inline constexpr MemberNames<1> kDocumentMembers = {"nas"};
+inline constexpr MemberNames<3> kNasMembers = {"name", "disks", "groups"};
+inline constexpr MemberNames<11> kDiskMembers = {
+    "id",       "status", "isFree", "isSpare", "isSsd", "interfaceType", "firmwareVersion",
+    "capacity", "rpm",    "health", "identity"};
+inline constexpr MemberNames<2> kHealthMembers = {"status", "message"};
+inline constexpr MemberNames<3> kIdentityMembers = {"product", "model", "serial"};
+inline constexpr MemberNames<2> kGroupMembers = {"dataDisks", "spareDisks"};
+
+// Largest values of the unsigned members: rpm and health status are 32-bit,
+// capacity 64-bit.
+inline constexpr std::uint64_t kMax32 = std::numeric_limits<std::uint32_t>::max();
+inline constexpr std::uint64_t kMax64 = std::numeric_limits<std::uint64_t>::max();
+
 template <typename Json>
 class InventoryWalker {
  public:
@@ -115,26 +134,13 @@ class InventoryWalker {
 
  private:
   template <std::size_t N>
-  using Names = std::array<std::string_view, N>;
-  template <std::size_t N>
   using Members = std::array<std::optional<Value>, N>;
-
-  static constexpr Names<1> kDocumentMembers = {"nas"};
-  static constexpr Names<3> kNasMembers = {"name", "disks", "groups"};
-  static constexpr Names<11> kDiskMembers = {
-      "id",       "status", "isFree", "isSpare", "isSsd", "interfaceType", "firmwareVersion",
-      "capacity", "rpm",    "health", "identity"};
-  static constexpr Names<2> kHealthMembers = {"status", "message"};
-  static constexpr Names<3> kIdentityMembers = {"product", "model", "serial"};
-  static constexpr Names<2> kGroupMembers = {"dataDisks", "spareDisks"};
-
-  static constexpr std::uint64_t kMax32 = std::numeric_limits<std::uint32_t>::max();
-  static constexpr std::uint64_t kMax64 = std::numeric_limits<std::uint64_t>::max();
 
   // The members of `object` named in `names`, by position in `names`; refuses
   // the first unknown member in byte order of the names.
   template <std::size_t N>
-  static Members<N> MembersOf(const Value& object, const Place& place, const Names<N>& names) {
+  static Members<N> MembersOf(const Value& object, const Place& place,
+                              const MemberNames<N>& names) {
     Members<N> members;
     std::optional<std::string_view> unknown;
     // Files mostly list the members in the order of `names`: the name after

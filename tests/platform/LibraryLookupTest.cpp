@@ -147,9 +147,9 @@ TEST_F(InMemory, LookupsInListOrderStillAnswerTheFirstMatchingDisk) {
   // Providers ask for the disks of a NAS in list order. Here the disk after
   // the one asked last often carries the key asked next but is not the first
   // with it: the first disk still answers, whatever was asked before.
-  platform::UseInMemoryInventory(InventoryOf({NasWith(
-      "nas1", {Disk("a:1", 1, "s1"), Disk("b:1", 2, "s2"), Disk("A:1", 3, "s3"),
-               Disk("01", 4, "s4"), Disk("0:1", 5, "s5"), Disk("c:1", 6, "s6")})}));
+  platform::UseInMemoryInventory(InventoryOf(
+      {NasWith("nas1", {Disk("a:1", 1, "s1"), Disk("b:1", 2, "s2"), Disk("A:1", 3, "s3"),
+                        Disk("01", 4, "s4"), Disk("0:1", 5, "s5"), Disk("c:1", 6, "s6")})}));
   zeda::orvi::Orvi& orvi = GetOrvi(Nas::Get("nas1"));
   for (int round = 0; round < 2; ++round) {
     EXPECT_EQ(orvi.GetDiskHealth("a1").healthStatus, 1u);

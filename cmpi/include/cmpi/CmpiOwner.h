@@ -32,8 +32,8 @@ class CmpiOwner {
   static CmpiOwner of(const Enc* enc) {
     CmpiOwner owner;
     if (enc != nullptr) {
-      owner.ref_ = std::shared_ptr<const Enc>(enc, &release<Enc>,
-                                              cmpi_detail::OwnerBlockAllocator<char>());
+      owner.ref_ =
+          std::shared_ptr<const Enc>(enc, &release<Enc>, cmpi_detail::OwnerBlockAllocator<char>());
     }
     return owner;
   }
