@@ -17,6 +17,10 @@ CmpiArgs CmpiArgs::create() {
 void CmpiArgs::setArg(const char* name, const CmpiData& value) {
   callStatus(table(enc_, "CMPIArgs")->addArg, "CMPIArgsFT.addArg", enc_, name,
              cmpi_detail::setterValue(value), value.getType());
+  // sfcb keeps an instance given for a name already set by pointer.
+  if (value.getType() == CMPI_instance) {
+    value.owner_.handOver();
+  }
 }
 
 CmpiData CmpiArgs::getArg(const char* name) const {

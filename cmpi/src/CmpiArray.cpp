@@ -30,4 +30,8 @@ CmpiData CmpiArray::getElementAt(CMPICount index) const {
 void CmpiArray::setElementAt(CMPICount index, const CmpiData& value) {
   callStatus(table(enc_, "CMPIArray")->setElementAt, "CMPIArrayFT.setElementAt", getEnc(), index,
              cmpi_detail::setterValue(value), value.getType());
+  // Both sfcb and OpenPegasus keep the pointer to an encapsulated element
+  // and read it when the array is used: the element must outlive this
+  // owner, so the object manager frees it with the call.
+  value.owner_.handOver();
 }

@@ -80,7 +80,7 @@ CMPIStatus CmpiInstanceMI::driveCreateInstance(CMPIInstanceMI* mi, const CMPICon
                                                const CMPIResult* rslt, const CMPIObjectPath* cop,
                                                const CMPIInstance* inst) {
   return drive<CmpiInstanceMI>(mi, kInterface, [&](CmpiInstanceMI& provider) {
-    CmpiResult result(rslt);
+    CmpiResult result = CmpiResult::ofCreateInstance(rslt);
     return provider.createInstance(CmpiContext(ctx), result, CmpiObjectPath(cop),
                                    CmpiInstance(inst));
   });

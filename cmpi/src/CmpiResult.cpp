@@ -10,9 +10,17 @@ namespace {
 constexpr const char* kType = "CMPIResult";
 }
 
+CmpiResult CmpiResult::ofCreateInstance(const CMPIResult* enc) {
+  CmpiResult result(enc);
+  result.keepsPaths_ = true;
+  return result;
+}
+
 void CmpiResult::returnData(const CmpiData& data) {
   callStatus(table(enc_, kType)->returnData, "CMPIResultFT.returnData", enc_,
              cmpi_detail::setterValue(data), data.getType());
+  // sfcb collects plain values in an array of its own, by pointer.
+  data.owner_.handOver();
 }
 
 void CmpiResult::returnData(const CmpiInstance& instance) {
@@ -31,6 +39,9 @@ void CmpiResult::returnData(const CmpiObjectPath& path) {
   }
   callStatus(ft->returnObjectPath, "CMPIResultFT.returnObjectPath", enc_,
              static_cast<const CMPIObjectPath*>(path.getEnc()));
+  if (keepsPaths_) {
+    path.owner_.handOver();
+  }
 }
 
 void CmpiResult::returnDone() {

@@ -7,7 +7,20 @@ namespace zeda::host::detail {
 ArrayObj::ArrayObj(Broker& b, CMPIType type, std::vector<Value> elems)
     : Enc(b, &b.tables().array),
       elementType(storedType(static_cast<CMPIType>(type & ~CMPI_ARRAY))),
-      elements(std::move(elems)) {}
+      elements(std::move(elems)),
+      kept(elements.size()) {}
+
+Value ArrayObj::element(std::size_t i) const {
+  if (!kept[i]) return elements[i];
+  return toValue(&kept[i]->value, kept[i]->type);
+}
+
+std::vector<Value> ArrayObj::values() const {
+  std::vector<Value> out;
+  out.reserve(elements.size());
+  for (std::size_t i = 0; i < elements.size(); ++i) out.push_back(element(i));
+  return out;
+}
 
 ArrayObj* makeArray(Broker& b, CMPIType elementType, std::vector<Value> elements) {
   return b.store().adopt(std::make_unique<ArrayObj>(b, elementType, std::move(elements)));
@@ -17,9 +30,23 @@ namespace {
 
 CMPIStatus release(CMPIArray* a) { return releaseFace<ArrayObj>(a); }
 
+// Types whose values are objects of the provider's: kept by setElementAt.
+bool isEncapsulated(CMPIType type) {
+  return type == CMPI_string || type == CMPI_ref || type == CMPI_instance ||
+         type == CMPI_dateTime;
+}
+
+CMPIData keptData(const CMPIValue& value, CMPIType type) {
+  CMPIData d{};
+  d.type = type;
+  d.state = CMPI_goodValue;
+  d.value = value;
+  return d;
+}
+
 CMPIArray* clone(const CMPIArray* a, CMPIStatus* rc) {
   return cloneFace<ArrayObj>(a, rc, [](const ArrayObj& o) {
-    return std::make_unique<ArrayObj>(o.broker(), o.elementType, o.elements);
+    return std::make_unique<ArrayObj>(o.broker(), o.elementType, o.values());
   });
 }
 
@@ -48,6 +75,10 @@ CMPIData getElementAt(const CMPIArray* a, CMPICount index, CMPIStatus* rc) {
     ArrayObj* o = unwrap<ArrayObj>(a);
     if (o == nullptr) throw RcError(CMPI_RC_ERR_INVALID_HANDLE);
     if (index >= o->elements.size()) throw RcError(CMPI_RC_ERR_NO_SUCH_PROPERTY);
+    if (o->kept[index]) {  // the object itself, as it was given
+      setStatus(rc, CMPI_RC_OK);
+      return *o->kept[index];
+    }
     CMPIData d = toData(o->broker(), o->elements[index]);
     if (d.type == CMPI_null) d.type = o->elementType;
     setStatus(rc, CMPI_RC_OK);
@@ -60,12 +91,18 @@ CMPIStatus setElementAt(CMPIArray* a, CMPICount index, const CMPIValue* value, C
     ArrayObj* o = unwrap<ArrayObj>(a);
     if (o == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
     if (index >= o->elements.size()) return status(CMPI_RC_ERR_NO_SUCH_PROPERTY);
+    o->kept[index].reset();
     if (type == CMPI_null) {
       o->elements[index] = Value::null(o->elementType);
       return status(CMPI_RC_OK);
     }
     if (storedType(type) != o->elementType) return status(CMPI_RC_ERR_TYPE_MISMATCH);
-    o->elements[index] = toValue(value, type);
+    Value given = toValue(value, type);  // checks the handle of an object
+    if (value != nullptr && isEncapsulated(type)) {
+      o->kept[index] = keptData(*value, type);
+      given = Value::null(o->elementType);
+    }
+    o->elements[index] = std::move(given);
     return status(CMPI_RC_OK);
   });
 }

@@ -13,6 +13,9 @@
 // memory. The face of a released object stays until its store goes (a
 // request's store goes with the request); that of a released clone until
 // the scope of the releasing call closes, then its slot is reused.
+// Under AddressSanitizer the face of a released object, and of every object
+// of a closed scope, is poisoned instead: real object managers free both at
+// once, so a late use is reported there as the crash it would be in them.
 #pragma once
 
 #include <cstddef>

@@ -61,7 +61,7 @@ std::optional<std::string> describe(Broker& b, const void* object) {
   }
   if (*type == "CMPIArray") {
     auto* a = static_cast<ArrayObj*>(obj);
-    return valueToMof(Value::array(a->elementType, a->elements));
+    return valueToMof(Value::array(a->elementType, a->values()));
   }
   if (*type == "CMPIDateTime") {
     auto* d = static_cast<DateTimeObj*>(obj);

@@ -38,8 +38,20 @@ const Instance* ownInstance(const CMPIInstance* ci);
 class ArrayObj : public Enc<CMPIArray> {
  public:
   ArrayObj(Broker& b, CMPIType elementType, std::vector<Value> elements);
+  // Element i as a value; a kept object is read now, through its own table
+  // (throws RcError CMPI_RC_ERR_INVALID_HANDLE once it has been released).
+  Value element(std::size_t i) const;
+  // Every element as a value, kept objects read now.
+  std::vector<Value> values() const;
+
   CMPIType elementType;  // scalar code, CMPI_chars folded into CMPI_string
   std::vector<Value> elements;
+  // An encapsulated object (string, reference, instance, date-time) given to
+  // setElementAt is kept, not copied: OpenPegasus keeps the pointer and reads
+  // it only when the array is used, so a provider that releases the object
+  // before that reads freed memory, here as there. kept[i] holds the object
+  // set at i (elements[i] is then a null placeholder).
+  std::vector<std::optional<CMPIData>> kept;
 };
 
 class DateTimeObj : public Enc<CMPIDateTime> {

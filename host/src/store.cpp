@@ -4,15 +4,29 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <sanitizer/asan_interface.h>
+
 #include "core.hpp"
 
 namespace zeda::host::detail {
+
+namespace {
+
+// Under AddressSanitizer the face of a freed object is poisoned: the object
+// manager's own objects are freed at once (OpenPegasus, sfcb), so any later
+// use through the face, even of its handle, is reported as an error instead
+// of being answered CMPI_RC_ERR_INVALID_HANDLE. Elsewhere these do nothing.
+void poisonFace(void* slot) { ASAN_POISON_MEMORY_REGION(slot, FaceArena::kSlotSize); }
+void unpoisonFace(void* slot) { ASAN_UNPOISON_MEMORY_REGION(slot, FaceArena::kSlotSize); }
+
+}  // namespace
 
 void* FaceArena::take() {
   std::lock_guard<std::mutex> lock(mutex_);
   if (!free_.empty()) {
     void* slot = free_.back();
     free_.pop_back();
+    unpoisonFace(slot);
     return slot;
   }
   if (usedInLast_ == kChunkSlots) {
@@ -44,6 +58,7 @@ void Store::dispose(StoreScope& scope, FaceArena& faces) {
     obj.clearHandle();
     void* slot = obj.faceSlot_;
     scope.objects.pop_back();
+    poisonFace(slot);
     faces.giveBack(slot);
   }
   for (void* p : scope.blocks) std::free(p);
@@ -129,7 +144,9 @@ void Store::release(EncObject& obj, Store& releasing) {
   // A clone's slot is reused once the releasing call's scope closes; any
   // other object's stays dead until this store goes.
   if (freed->isClone()) releasing.recycleLater(faces_, freed->faceSlot_);
+  void* const slot = freed->faceSlot_;
   freed.reset();  // outside the lock, like popTo
+  poisonFace(slot);
 }
 
 void Store::recycleLater(FaceArena& arena, void* slot) {

@@ -15,18 +15,9 @@
 
 #include "Fixtures.h"
 #include "InventoryBuilders.h"
+#include "Sanitizers.h"
 #include "inventory/Library.h"
 #include "platform/Inventory.h"
-
-// g++ announces AddressSanitizer with __SANITIZE_ADDRESS__, clang (before
-// version 16) only through __has_feature.
-#if defined(__SANITIZE_ADDRESS__)
-#define ZEDA_TEST_UNDER_ASAN 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define ZEDA_TEST_UNDER_ASAN 1
-#endif
-#endif
 
 namespace zeda::test {
 namespace {

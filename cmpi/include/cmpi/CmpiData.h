@@ -77,6 +77,10 @@ class CmpiData {
   const CMPIValue* valuePtr() const { return &data_.value; }
 
  private:
+  // Hand over what an object manager keeps (see CmpiOwner.h).
+  friend class CmpiArray;
+  friend class CmpiArgs;
+  friend class CmpiResult;
   void requireType(CMPIType type) const;
 
   CMPIData data_;

@@ -41,6 +41,7 @@ class CmpiObjectPath {
 
  private:
   friend class CmpiData;
+  friend class CmpiResult;  // hands a created instance's path over
   CmpiObjectPath(const CMPIObjectPath* enc, CmpiOwner owner)
       : enc_(enc), owner_(std::move(owner)) {}
 

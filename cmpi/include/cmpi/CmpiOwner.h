@@ -9,11 +9,13 @@
 // read from its objects, results of up-calls) are never owned: the object
 // manager frees them itself and a release by the provider would be an error.
 //
-// What the binding makes is handed to the object manager by copy (setProperty,
-// setKey, setElementAt, returnInstance ... copy what they keep), so releasing
-// it afterwards takes nothing from the object manager. An owned object must
-// not outlive the provider call that made it: the object manager frees what
-// is left of a call when it ends.
+// Releasing is safe only where every object manager copies what it is given.
+// Where one of them keeps the provider's object instead (an encapsulated
+// value given to CMPIArrayFT.setElementAt is kept by pointer in both sfcb
+// and OpenPegasus, see docs/OBJECT_MANAGERS.md), the object is handed over:
+// no owner releases it, and the object manager frees it when the provider
+// call ends. An owned object must not outlive the provider call that made
+// it: the object manager frees what is left of a call when it ends.
 #ifndef ZEDA_CMPI_CMPIOWNER_H
 #define ZEDA_CMPI_CMPIOWNER_H
 
@@ -32,19 +34,39 @@ class CmpiOwner {
   static CmpiOwner of(const Enc* enc) {
     CmpiOwner owner;
     if (enc != nullptr) {
-      owner.ref_ =
-          std::shared_ptr<const Enc>(enc, &release<Enc>, cmpi_detail::OwnerBlockAllocator<char>());
+      owner.ref_ = std::shared_ptr<const void>(static_cast<const void*>(enc),
+                                               Releaser{&release<Enc>},
+                                               cmpi_detail::OwnerBlockAllocator<char>());
     }
     return owner;
   }
 
-  bool ownsObject() const { return ref_ != nullptr; }
+  // True while some owner will release the object.
+  bool ownsObject() const;
+
+  // Leaves the object to the object manager, which may keep it: neither
+  // this owner nor any copy of it releases it; the object manager frees it
+  // when the provider call ends.
+  void handOver() const noexcept;
 
  private:
+  // The deleter of the shared state: releases the object unless it was
+  // handed over.
+  struct Releaser {
+    void (*release)(const void* enc) noexcept;
+    bool handedOver = false;
+    void operator()(const void* enc) const noexcept {
+      if (!handedOver) {
+        release(enc);
+      }
+    }
+  };
+
   // A failed release leaves the object to the object manager, which frees it
   // with the call; there is nothing better to do from a destructor.
   template <class Enc>
-  static void release(const Enc* enc) noexcept {
+  static void release(const void* object) noexcept {
+    const auto* enc = static_cast<const Enc*>(object);
     if (enc->ft != nullptr && enc->ft->release != nullptr) {
       enc->ft->release(const_cast<Enc*>(enc));
     }

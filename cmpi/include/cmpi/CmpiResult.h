@@ -10,6 +10,9 @@ class CmpiResult {
  public:
   CmpiResult() = default;
   explicit CmpiResult(const CMPIResult* enc) : enc_(enc) {}
+  // The result of createInstance: sfcb keeps the path returned there by
+  // pointer and reads it after the provider call.
+  static CmpiResult ofCreateInstance(const CMPIResult* enc);
 
   void returnData(const CmpiData& data);
   void returnData(const CmpiInstance& instance);
@@ -19,6 +22,7 @@ class CmpiResult {
 
  private:
   const CMPIResult* enc_ = nullptr;
+  bool keepsPaths_ = false;
 };
 
 #endif

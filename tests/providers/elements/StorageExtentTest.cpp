@@ -73,6 +73,28 @@ TEST(StorageExtentEnumerate, EveryPropertyInOrderWithItsTypeAndValue) {
   EXPECT_EQ(extent.property("ExtentDiscriminator"), Value::strings({"SNIA:Pool Component"}));
 }
 
+// sfcb and OpenPegasus keep the string given to setElementAt by pointer and
+// read it only when the array becomes a property; the host does the same and
+// frees a released string at once. A provider that released the one element
+// of ExtentDiscriminator before setProperty crashed both object managers on
+// every answer holding an extent; here it fails (under AddressSanitizer with
+// a use-after-poison report, elsewhere with an invalid-handle status).
+TEST(StorageExtentEnumerate, ExtentDiscriminatorOutlivesAnObjectManagerThatKeepsArrayElements) {
+  const ScopedInventory inventory(
+      InventoryJson({NasJson("nas1", {DiskJson("0:1"), DiskJson("0:2"), DiskJson("0:3")})}));
+  const Outcome all = EnumerateExtents();
+  ASSERT_EQ(all.code(), CMPI_RC_OK) << all.status.message.value_or("");
+  ASSERT_EQ(all.instances().size(), 3u);
+  for (const Instance& extent : all.instances()) {
+    EXPECT_EQ(extent.property("ExtentDiscriminator"), Value::strings({"SNIA:Pool Component"}));
+  }
+  const Outcome one = Get("ZEDA:nas1", "ZEDA:nas1:DiskExtent0:2");
+  ASSERT_EQ(one.code(), CMPI_RC_OK) << one.status.message.value_or("");
+  ASSERT_EQ(one.instances().size(), 1u);
+  EXPECT_EQ(one.instances()[0].property("ExtentDiscriminator"),
+            Value::strings({"SNIA:Pool Component"}));
+}
+
 TEST(StorageExtentEnumerate, OneMillionBytesAre1953WholeBlocks) {
   nlohmann::json disk = DiskJson("0:1");
   disk["capacity"] = 1000000;
