@@ -125,6 +125,52 @@ TEST_F(OwnershipTest, BuildingAndReturningAnInstanceReleasesWhatItMadeOnce) {
   EXPECT_EQ(mb.releasesOf(&result->enc), 0);
 }
 
+// sfcb and OpenPegasus keep an encapsulated element given to setElementAt by
+// pointer: the binding leaves it to the object manager (freed with the call)
+// and releases the array itself, and plain scalars cost nothing.
+TEST_F(OwnershipTest, AnObjectSetIntoAnArrayIsLeftToTheObjectManager) {
+  const CMPIString* element = nullptr;
+  const CMPIArray* array = nullptr;
+  {
+    CmpiArray made(2, CMPI_string);
+    array = made.getEnc();
+    const CmpiData text("kept");
+    element = text.getEnc().value.string;
+    made.setElementAt(0, text);
+    CmpiInstance inst(CmpiObjectPath(kNamespace, "ZEDA_StorageExtent_Disk"));
+    inst.setProperty("ExtentDiscriminator", CmpiData(made));
+  }
+  EXPECT_EQ(mb.releasesOf(element), 0) << "released a string the object manager keeps";
+  EXPECT_EQ(mb.releasesOf(array), 1);
+  expectOnlyMadeObjectsReleased();
+}
+
+TEST_F(OwnershipTest, EveryCopyOfAHandedOverValueLeavesTheObjectAlone) {
+  const CMPIString* element = nullptr;
+  {
+    const CmpiString text("kept");
+    element = text.getEnc();
+    const CmpiData copy(text);  // NOLINT(performance-unnecessary-copy-initialization)
+    CmpiArray made(1, CMPI_string);
+    made.setElementAt(0, CmpiData(text));
+    EXPECT_STREQ(CmpiString(copy).charPtr(), "kept");
+  }
+  EXPECT_EQ(mb.releasesOf(element), 0);
+}
+
+// sfcb collects values given to returnData in an array of its own, by pointer.
+TEST_F(OwnershipTest, AValueReturnedAsDataIsLeftToTheObjectManager) {
+  fake::Result* result = mb.result();
+  const CMPIString* returned = nullptr;
+  {
+    CmpiResult rslt(&result->enc);
+    const CmpiData text("answer");
+    returned = text.getEnc().value.string;
+    rslt.returnData(text);
+  }
+  EXPECT_EQ(mb.releasesOf(returned), 0);
+}
+
 TEST_F(OwnershipTest, ObjectsHandedInAndValuesReadFromThemAreNeverReleased) {
   fake::Path* given = mb.path(kNamespace, "ZEDA_DiskDrive");
   const CMPIString* key = mb.string("d1");
