@@ -49,8 +49,7 @@ void check_errors(Report* r, const CMPIContext* ctx, CMPIArgs* out) {
   c = e->ft->clone(e, &rc);
   CHECK(r, rc.rc == CMPI_RC_OK && str_eq(c->ft->getErrorSource(c, NULL), "bay 3"));
   CHECK(r, c->ft->release(c).rc == CMPI_RC_OK);
-  c->ft->getMessage(c, &rc);
-  CHECK(r, rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
+  CHECK_FREED(r, c, (c->ft->getMessage(c, &rc), rc.rc == CMPI_RC_ERR_INVALID_HANDLE));
 }
 
 void check_select_exps(Report* r, const CMPIContext* ctx, CMPIArgs* out) {
@@ -73,7 +72,7 @@ void check_select_exps(Report* r, const CMPIContext* ctx, CMPIArgs* out) {
   c = se->ft->clone(se, &rc);
   CHECK(r, rc.rc == CMPI_RC_OK && str_eq(c->ft->getString(c, NULL), "SELECT * FROM ZEDA_HostTest"));
   CHECK(r, c->ft->release(c).rc == CMPI_RC_OK);
-  CHECK(r, c->ft->getString(c, &rc) == NULL && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
+  CHECK_FREED(r, c, c->ft->getString(c, &rc) == NULL && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
 }
 
 /* Leaves in the result, before the failure count: the uint16 7, an

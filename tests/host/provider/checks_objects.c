@@ -61,7 +61,7 @@ void check_object_paths(Report* r, const CMPIContext* ctx, CMPIArgs* out) {
   CHECK(r, c->ft->setClassName(c, "ZEDA_Z").rc == CMPI_RC_OK &&
                str_eq(op->ft->getClassName(op, NULL), "ZEDA_Y"));
   CHECK(r, c->ft->release(c).rc == CMPI_RC_OK);
-  CHECK(r, c->ft->getKeyCount(c, &rc) == 0 && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
+  CHECK_FREED(r, c, c->ft->getKeyCount(c, &rc) == 0 && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
 }
 
 void check_instances(Report* r, const CMPIContext* ctx, CMPIArgs* out) {
@@ -132,7 +132,7 @@ void check_instances(Report* r, const CMPIContext* ctx, CMPIArgs* out) {
   CHECK(r, c->ft->setProperty(c, "P9", &v, CMPI_uint32).rc == CMPI_RC_OK &&
                c->ft->getPropertyCount(c, NULL) == 7);
   CHECK(r, c->ft->release(c).rc == CMPI_RC_OK);
-  CHECK(r, c->ft->getPropertyCount(c, &rc) == 0 && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
+  CHECK_FREED(r, c, c->ft->getPropertyCount(c, &rc) == 0 && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
 }
 
 void check_contexts(Report* r, const CMPIContext* ctx, CMPIArgs* out) {
@@ -164,5 +164,5 @@ void check_contexts(Report* r, const CMPIContext* ctx, CMPIArgs* out) {
   CHECK(r,
         rc.rc == CMPI_RC_OK && c->ft->getEntryCount(c, NULL) == ctx->ft->getEntryCount(ctx, NULL));
   CHECK(r, c->ft->release(c).rc == CMPI_RC_OK);
-  CHECK(r, c->ft->getEntryCount(c, &rc) == 0 && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
+  CHECK_FREED(r, c, c->ft->getEntryCount(c, &rc) == 0 && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
 }

@@ -147,7 +147,7 @@ void check_memory(Report* r, const CMPIContext* ctx, CMPIArgs* out) {
     MB->mft->freeArray(MB, arr);
     MB->mft->freeDateTime(MB, dt);
     MB->mft->freeSelectExp(MB, se);
-    CHECK(r, ci->hdl == NULL && op->hdl == NULL && a->hdl == NULL && kept->hdl == NULL);
-    CHECK(r, arr->hdl == NULL && dt->hdl == NULL && se->hdl == NULL);
+    CHECK(r, IS_FREED(ci) && IS_FREED(op) && IS_FREED(a) && IS_FREED(kept));
+    CHECK(r, IS_FREED(arr) && IS_FREED(dt) && IS_FREED(se));
   }
 }

@@ -16,10 +16,10 @@ void check_strings(Report* r, const CMPIContext* ctx, CMPIArgs* out) {
   c = s->ft->clone(s, &rc);
   CHECK(r, rc.rc == CMPI_RC_OK && c != NULL && c != s && str_eq(c, "abc"));
   CHECK(r, c->ft->release(c).rc == CMPI_RC_OK);
-  CHECK(r, c->hdl == NULL);
-  CHECK(r, c->ft->release(c).rc == CMPI_RC_ERR_INVALID_HANDLE);
-  CHECK(r, c->ft->getCharPtr(c, &rc) == NULL && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
-  CHECK(r, c->ft->clone(c, &rc) == NULL && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
+  CHECK_FREED(r, c, c->hdl == NULL);
+  CHECK_FREED(r, c, c->ft->release(c).rc == CMPI_RC_ERR_INVALID_HANDLE);
+  CHECK_FREED(r, c, c->ft->getCharPtr(c, &rc) == NULL && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
+  CHECK_FREED(r, c, c->ft->clone(c, &rc) == NULL && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
   n = MB->eft->newString(MB, NULL, &rc);
   CHECK(r, rc.rc == CMPI_RC_OK && n != NULL && n->ft->getCharPtr(n, NULL) == NULL);
   CHECK(r, str_eq(s, "abc")); /* the original survives its clone's release */
@@ -61,7 +61,7 @@ void check_arrays(Report* r, const CMPIContext* ctx, CMPIArgs* out) {
   CHECK(r, c->ft->setElementAt(c, 0, (const CMPIValue*)"two", CMPI_chars).rc == CMPI_RC_OK);
   CHECK(r, str_eq(s->ft->getElementAt(s, 0, NULL).value.string, "one"));
   CHECK(r, c->ft->release(c).rc == CMPI_RC_OK);
-  CHECK(r, c->ft->getSize(c, &rc) == 0 && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
+  CHECK_FREED(r, c, c->ft->getSize(c, &rc) == 0 && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
 
   CHECK(r,
         MB->eft->newArray(MB, 1, CMPI_args, &rc) == NULL && rc.rc == CMPI_RC_ERR_INVALID_DATA_TYPE);
@@ -99,7 +99,7 @@ void check_datetimes(Report* r, const CMPIContext* ctx, CMPIArgs* out) {
   c = t->ft->clone(t, &rc);
   CHECK(r, rc.rc == CMPI_RC_OK && c->ft->getBinaryFormat(c, NULL) == leapDay);
   CHECK(r, c->ft->release(c).rc == CMPI_RC_OK);
-  CHECK(r, c->ft->isInterval(c, &rc) == 0 && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
+  CHECK_FREED(r, c, c->ft->isInterval(c, &rc) == 0 && rc.rc == CMPI_RC_ERR_INVALID_HANDLE);
 }
 
 void check_args(Report* r, const CMPIContext* ctx, CMPIArgs* out) {

@@ -22,6 +22,29 @@ typedef struct {
 void report_check(Report* r, int ok, const char* what, int line);
 #define CHECK(r, cond) report_check((r), (cond) ? 1 : 0, #cond, __LINE__)
 
+/* A use of the released object behind `face`: the host answers it with
+ * CMPI_RC_ERR_INVALID_HANDLE (`cond` checks that). Under AddressSanitizer the
+ * host poisons a freed object's face, as a real object manager frees it, so
+ * the use itself would be the reported error: the check then makes sure the
+ * face is poisoned instead of using it. */
+#if defined(__SANITIZE_ADDRESS__)
+#define ZEDA_PROVIDER_UNDER_ASAN 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define ZEDA_PROVIDER_UNDER_ASAN 1
+#endif
+#endif
+#ifdef ZEDA_PROVIDER_UNDER_ASAN
+#include <sanitizer/asan_interface.h>
+#define CHECK_FREED(r, face, cond) \
+  report_check((r), __asan_address_is_poisoned(face) ? 1 : 0, "freed: " #face, __LINE__)
+#define IS_FREED(face) (__asan_address_is_poisoned(face) != 0)
+#else
+#define CHECK_FREED(r, face, cond) CHECK(r, cond)
+/* The face of a freed object answers with a null handle. */
+#define IS_FREED(face) ((face)->hdl == NULL)
+#endif
+
 /* Text of a CMPIString (or "" for NULL). */
 const char* str_of(const CMPIString* s);
 int str_eq(const CMPIString* s, const char* text);
