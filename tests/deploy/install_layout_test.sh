@@ -69,6 +69,11 @@ expect "cimprovider -r -m ZEDA_DiskDriveLite" --cimom pegasus --unregister
 "$p/bin/zeda-register" --cimom sfcb --dry-run | grep -q "providerDirs in sfcb.cfg must list $pdir" \
   || bad "zeda-register does not name the provider directory for sfcb.cfg"
 "$p/bin/zeda-register" --cimom openwbem --dry-run >/dev/null 2>&1; [ $? -eq 2 ] || bad "unknown object manager accepted"
+noschema=$(mktemp -d)
+msg=$("$p/bin/zeda-register" --cimom sfcb --tools /nonexistent --cim-schema "$noschema" 2>&1); rc=$?
+rmdir "$noschema"
+[ $rc -eq 2 ] && [ "$(echo "$msg" | wc -l)" -eq 1 ] && echo "$msg" | grep -q "holds no CIM_Schema.mof" \
+  || bad "a schema directory without CIM_Schema.mof was not refused in one line (rc $rc: $msg)"
 
 [ $fail -eq 0 ] && echo "install layout, relocated zeda-cim and zeda-register commands as expected"
 exit $fail
