@@ -55,10 +55,73 @@ cimom_load_check_args() {
   cimom_load_use_install "$prefix"
 }
 
+# cimom_load_provider_pids OM STATE: cimom_provider_pids, and for OpenPegasus
+# also its provider agents, which leave the server's session (cimprovagt
+# starts a session of its own, its parent is 1): the processes whose
+# environment holds PEGASUS_HOME=STATE/home and that have the module mapped.
+cimom_load_provider_pids() {
+  local om="$1" state="$2" p
+  {
+    cimom_provider_pids "$om" "$state"
+    if [ "$om" = pegasus ]; then
+      for p in $(cimom_load_agent_pids "$state"); do
+        grep -qs 'libZEDA_DiskDriveLite\.so' "/proc/$p/maps" && echo "$p"
+      done
+    fi
+  } | sort -un
+}
+
+# cimom_load_agent_pids STATE: OpenPegasus provider agents of that state.
+cimom_load_agent_pids() {
+  local home="$1/home" p
+  for p in /proc/[0-9]*; do
+    grep -qszxF "PEGASUS_HOME=$home" "$p/environ" || continue
+    grep -qszF cimprovagt "$p/cmdline" && echo "${p#/proc/}"
+  done
+  return 0
+}
+
+# cimom_load_stop OM STATE: cimom_stop, then, for OpenPegasus, waits up to
+# 120 s for the provider agents of that state to end (under valgrind they
+# take a while) and kills those left.
+cimom_load_stop() {
+  local om="$1" state="$2" i left
+  cimom_stop "$om" "$state"
+  [ "$om" = pegasus ] || return 0
+  for i in $(seq 1 240); do
+    left=$(cimom_load_agent_pids "$state")
+    [ -n "$left" ] || return 0
+    sleep 0.5
+  done
+  kill -KILL $left 2>/dev/null || true
+}
+
 # The command cimom_load.py runs to list the provider processes.
 cimom_load_pids_cmd() {
-  printf 'source %q && source %q && cimom_provider_pids %q %q' \
-    "$ZEDA_ROOT/scripts/lib/common.sh" "$ZEDA_ROOT/scripts/lib/cimoms.sh" "$1" "$2"
+  printf 'source %q && source %q && source %q && cimom_load_provider_pids %q %q' \
+    "$ZEDA_ROOT/scripts/lib/common.sh" "$ZEDA_ROOT/scripts/lib/cimoms.sh" \
+    "$CIMOM_LOAD_LIB/cimom_load.sh" "$1" "$2"
+}
+
+# Every cimserver of our build shares one local socket and start files
+# (/var/tmp/cimxmlzeda.socket): waits, up to ZEDA_PEGASUS_WAIT_SECONDS
+# (default 1800), until no cimserver of CIMOM_PEGASUS runs (another test run's).
+cimom_load_pegasus_running() {
+  local p
+  for p in /proc/[0-9]*; do
+    [ "$(readlink "$p/exe" 2>/dev/null)" = "$CIMOM_PEGASUS/bin/cimserver" ] && return 0
+  done
+  return 1
+}
+
+cimom_load_wait_pegasus_free() {
+  local limit="${ZEDA_PEGASUS_WAIT_SECONDS:-1800}" start=$SECONDS
+  cimom_load_pegasus_running || return 0
+  cimom_log "another cimserver of $CIMOM_PEGASUS runs; waiting up to $limit s"
+  while cimom_load_pegasus_running; do
+    [ $((SECONDS - start)) -lt "$limit" ] || zeda_die "another cimserver of $CIMOM_PEGASUS still runs after $limit s"
+    sleep 5
+  done
 }
 
 # cimom_load_deploy OM STATE ENVFILE: prepares the state and registers the
@@ -66,6 +129,7 @@ cimom_load_pids_cmd() {
 # environment, is stopped, so that the caller starts it with ENVFILE.
 cimom_load_deploy() {
   local om="$1" state="$2"
+  [ "$om" = pegasus ] && cimom_load_wait_pegasus_free
   cimom_prepare "$om" "$state"
   [ "$om" = pegasus ] && cimom_stop pegasus "$state"
   return 0
@@ -87,7 +151,7 @@ cimom_load_run() (
   "$CIMOM_LOAD_PYTHON" "$CIMOM_LOAD_LIB/cimom_load_inventory.py" "$data/inventory-a.json" "$data/inventory-b.json" >/dev/null
   cp "$data/inventory-a.json" "$data/inventory.json"
   printf 'PELKA_INVENTORY=%s\nPELKA_PROGRAM_DATA=%s\n' "$data/inventory.json" "$data/om" >"$data/env"
-  trap 'cimom_stop "$om" "$state"' EXIT
+  trap 'cimom_load_stop "$om" "$state"' EXIT
   cimom_load_deploy "$om" "$state"
   cimom_start "$om" "$state" "$data/env"
   "$CIMOM_LOAD_PYTHON" "$CIMOM_LOAD_LIB/cimom_load.py" --cimom "$om" --url "$(cimom_url "$om")" \
@@ -173,7 +237,7 @@ cimom_memcheck_run() (
   mkdir -p "$data/om" "$data/zeda" "$data/vg"
   cp "$ZEDA_ROOT/examples/inventory.json" "$data/inventory.json"
   printf 'PELKA_INVENTORY=%s\nPELKA_PROGRAM_DATA=%s\n' "$data/inventory.json" "$data/om" >"$data/env"
-  trap 'cimom_stop "$om" "$state"' EXIT
+  trap 'cimom_load_stop "$om" "$state"' EXIT
   cimom_load_deploy "$om" "$state"
   if [ "$om" = sfcb ]; then
     cimom_memcheck_start_sfcb "$state" "$data/env" "$data/vg"
@@ -189,9 +253,9 @@ cimom_memcheck_run() (
     --live "$data/inventory.json" --pids-cmd "$(cimom_load_pids_cmd "$om" "$state")" \
     --once --per-end "${ZEDA_MEMCHECK_PER_END:-2}" --timeout 600 --label "$om under valgrind" \
     || status=$?
-  cimom_provider_pids "$om" "$state" >"$pids_file"
+  cimom_load_provider_pids "$om" "$state" >"$pids_file"
   # valgrind writes each process's last errors when it ends.
-  cimom_stop "$om" "$state"
+  cimom_load_stop "$om" "$state"
   trap - EXIT
   "$CIMOM_LOAD_PYTHON" "$CIMOM_LOAD_LIB/cimom_valgrind.py" --cimom "$om" --pids "$pids_file" \
     --seconds $((SECONDS - start)) "$data/vg" || status=1
