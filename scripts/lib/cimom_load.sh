@@ -164,13 +164,12 @@ cimom_load_run() (
 # --- memory check
 
 # The valgrind options of both object managers: memcheck, every error with
-# its whole stack, one text log and one XML log (which names the object of
-# every frame) per process.
+# its whole stack and whole source paths, one log per process.
 cimom_memcheck_valgrind_args() {
   local logdir="$1"
   echo "--tool=memcheck --trace-children=yes --child-silent-after-fork=no --num-callers=40" \
-       "--error-limit=no --leak-check=no --track-origins=no --read-inline-info=yes" \
-       "--log-file=$logdir/vg.%p.log --xml=yes --xml-file=$logdir/vg.%p.xml"
+       "--error-limit=no --leak-check=no --track-origins=yes --read-inline-info=yes" \
+       "--fullpath-after= --log-file=$logdir/vg.%p.log"
 }
 
 cimom_memcheck_install_valgrind() {
@@ -254,10 +253,16 @@ cimom_memcheck_run() (
     --once --per-end "${ZEDA_MEMCHECK_PER_END:-2}" --timeout 600 --label "$om under valgrind" \
     || status=$?
   cimom_load_provider_pids "$om" "$state" >"$pids_file"
+  # Where the module lies in each provider process, to tell its frames.
+  local p
+  for p in $(cat "$pids_file"); do
+    cp "/proc/$p/maps" "$data/maps.$p" 2>/dev/null || true
+  done
   # valgrind writes each process's last errors when it ends.
   cimom_load_stop "$om" "$state"
   trap - EXIT
   "$CIMOM_LOAD_PYTHON" "$CIMOM_LOAD_LIB/cimom_valgrind.py" --cimom "$om" --pids "$pids_file" \
+    --maps-dir "$data" --source-root "$ZEDA_ROOT" \
     --seconds $((SECONDS - start)) "$data/vg" || status=1
   return "$status"
 )
