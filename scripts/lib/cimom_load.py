@@ -579,6 +579,7 @@ def run(args, name):
         for c in clients:
             c.start()
         stats = []
+        last_seen = pids_start
         # Watch the provider processes until every client has reported.
         while len(stats) < len(clients):
             try:
@@ -590,9 +591,10 @@ def run(args, name):
                 break
             if time.monotonic() < deadline:
                 now = provider_pids(args.pids_cmd)
-                if now != pids_start and len(pid_changes) < 10:
+                if now != last_seen:
                     pid_changes.append(f"provider processes {now} at {time.monotonic() - load_start:.1f} s "
-                                       f"(were {pids_start})")
+                                       f"(were {last_seen})")
+                    last_seen = now
         load_seconds = time.monotonic() - load_start
         writer.stop.set()
         writer.join()

@@ -12,7 +12,10 @@
 #       scripts/lib/cimom_load.py: ZEDA_LOAD_CLIENTS pywbem clients (default
 #       8) for SECONDS (default ZEDA_LOAD_SECONDS, else 60) while the
 #       inventory file is replaced twice a second by two versions that
-#       differ (scripts/lib/cimom_load_inventory.py).
+#       differ (scripts/lib/cimom_load_inventory.py). The provider keeps each
+#       replaced inventory for PELKA_SNAPSHOT_GRACE_SECONDS (300 by default),
+#       so its memory grows during the run; ZEDA_LOAD_GRACE_SECONDS sets that
+#       grace period in the object manager's environment.
 #
 #   cimom_memcheck_run OM RUN_DIR INSTALL_DIR
 #       The same kinds of requests, each once, on examples/inventory.json,
@@ -151,6 +154,11 @@ cimom_load_run() (
   "$CIMOM_LOAD_PYTHON" "$CIMOM_LOAD_LIB/cimom_load_inventory.py" "$data/inventory-a.json" "$data/inventory-b.json" >/dev/null
   cp "$data/inventory-a.json" "$data/inventory.json"
   printf 'PELKA_INVENTORY=%s\nPELKA_PROGRAM_DATA=%s\n' "$data/inventory.json" "$data/om" >"$data/env"
+  if [ -n "${ZEDA_LOAD_GRACE_SECONDS:-}" ]; then
+    [[ "$ZEDA_LOAD_GRACE_SECONDS" =~ ^[0-9]+$ ]] \
+      || zeda_die "ZEDA_LOAD_GRACE_SECONDS must be a whole number of seconds, not '$ZEDA_LOAD_GRACE_SECONDS'"
+    echo "PELKA_SNAPSHOT_GRACE_SECONDS=$ZEDA_LOAD_GRACE_SECONDS" >>"$data/env"
+  fi
   trap 'cimom_load_stop "$om" "$state"' EXIT
   cimom_load_deploy "$om" "$state"
   cimom_start "$om" "$state" "$data/env"
