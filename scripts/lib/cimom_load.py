@@ -33,8 +33,8 @@ inventory lacks) is counted and shown, not an error.
 The run also fails when the set of provider processes (--pids-cmd prints the
 pids of the object manager's processes that have the module mapped, one a
 line) is empty or changes at any time after the warm-up, or when a kind of
-request was never asked. The provider's VmRSS is reported at the start and
-the end.
+request was never asked. The provider's VmRSS is reported at the start, half
+way through the load and at the end.
 
 Modes: by default --clients loops (one process and one persistent
 WBEMConnection each) for --seconds while a writer replaces --live with A and B
@@ -568,6 +568,7 @@ def run(args, name):
         pid_changes.append("no process of the object manager has the module mapped after the warm-up")
     rewrites = 0
     load_seconds = 0.0
+    rss_half = None
     if not args.once:
         writer = Writer(args.live, [version_a, version_b], args.rewrite_interval)
         results = multiprocessing.Queue()
@@ -580,6 +581,7 @@ def run(args, name):
             c.start()
         stats = []
         last_seen = pids_start
+        rss_half = None
         # Watch the provider processes until every client has reported.
         while len(stats) < len(clients):
             try:
@@ -589,6 +591,8 @@ def run(args, name):
             if time.monotonic() > deadline + args.timeout + 60:
                 pid_changes.append("a client did not end within the request timeout after the run")
                 break
+            if rss_half is None and time.monotonic() >= load_start + args.seconds / 2:
+                rss_half = rss_text(last_seen)
             if time.monotonic() < deadline:
                 now = provider_pids(args.pids_cmd)
                 if now != last_seen:
@@ -648,7 +652,8 @@ def run(args, name):
     print(f"{name} load {'PASS' if ok else 'FAIL'}: {requests} requests ({ops}), {errors} errors, "
           f"expected CIM errors {codes}; {what}; provider pids {' '.join(map(str, pids_start)) or 'none'}"
           f"{'' if pids_end == pids_start else ' -> ' + (' '.join(map(str, pids_end)) or 'none')}; "
-          f"RSS start {rss_start}, end {rss_end}; {time.monotonic() - started:.0f} s in all", flush=True)
+          f"RSS start {rss_start}, " + (f"half-time {rss_half}, " if rss_half else "")
+          + f"end {rss_end}; {time.monotonic() - started:.0f} s in all", flush=True)
     return 0 if ok else 1
 
 

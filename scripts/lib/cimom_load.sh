@@ -99,6 +99,13 @@ cimom_load_stop() {
   kill -KILL $left 2>/dev/null || true
 }
 
+# cimom_load_stop_checked OM STATE: cimom_load_stop, run so that a failure
+# inside it (it runs without errexit here) is reported and leaves the stage's
+# own result alone.
+cimom_load_stop_checked() {
+  cimom_load_stop "$1" "$2" || echo "warning: stopping $1 of $2 returned $?" >&2
+}
+
 # The command cimom_load.py runs to list the provider processes.
 cimom_load_pids_cmd() {
   printf 'source %q && source %q && source %q && cimom_load_provider_pids %q %q' \
@@ -159,7 +166,7 @@ cimom_load_run() (
       || zeda_die "ZEDA_LOAD_GRACE_SECONDS must be a whole number of seconds, not '$ZEDA_LOAD_GRACE_SECONDS'"
     echo "PELKA_SNAPSHOT_GRACE_SECONDS=$ZEDA_LOAD_GRACE_SECONDS" >>"$data/env"
   fi
-  trap 'cimom_load_stop "$om" "$state"' EXIT
+  trap 'cimom_load_stop_checked "$om" "$state"' EXIT
   cimom_load_deploy "$om" "$state"
   cimom_start "$om" "$state" "$data/env"
   "$CIMOM_LOAD_PYTHON" "$CIMOM_LOAD_LIB/cimom_load.py" --cimom "$om" --url "$(cimom_url "$om")" \
@@ -244,7 +251,7 @@ cimom_memcheck_run() (
   mkdir -p "$data/om" "$data/zeda" "$data/vg"
   cp "$ZEDA_ROOT/examples/inventory.json" "$data/inventory.json"
   printf 'PELKA_INVENTORY=%s\nPELKA_PROGRAM_DATA=%s\n' "$data/inventory.json" "$data/om" >"$data/env"
-  trap 'cimom_load_stop "$om" "$state"' EXIT
+  trap 'cimom_load_stop_checked "$om" "$state"' EXIT
   cimom_load_deploy "$om" "$state"
   if [ "$om" = sfcb ]; then
     cimom_memcheck_start_sfcb "$state" "$data/env" "$data/vg"
@@ -267,7 +274,7 @@ cimom_memcheck_run() (
     cp "/proc/$p/maps" "$data/maps.$p" 2>/dev/null || true
   done
   # valgrind writes each process's last errors when it ends.
-  cimom_load_stop "$om" "$state"
+  cimom_load_stop_checked "$om" "$state"
   trap - EXIT
   "$CIMOM_LOAD_PYTHON" "$CIMOM_LOAD_LIB/cimom_valgrind.py" --cimom "$om" --pids "$pids_file" \
     --maps-dir "$data" --source-root "$ZEDA_ROOT" \
