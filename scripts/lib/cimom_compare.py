@@ -648,7 +648,7 @@ class Comparer:
                     if self.cimom == "sfcb" and is_key:
                         rules.add("keys-outside-property-list")
                         continue
-                    if self.cimom == "pegasus":
+                    if self.cimom == "pegasus" and is_key:
                         rules.add("property-list-strips-keys")
                         continue
                 reasons.append(f"{name} {ours[name]!r} missing")

@@ -397,7 +397,7 @@ cimom_session_pids() {
         for (p in ours) print p
       }'
     if [ -d "$1/home" ]; then
-      grep -lsxzF "PEGASUS_HOME=$1/home" /proc/[0-9]*/environ | cut -d/ -f3
+      { grep -lsxzF "PEGASUS_HOME=$1/home" /proc/[0-9]*/environ || true; } | cut -d/ -f3
     fi
   } | sort -un
 }
