@@ -116,6 +116,13 @@ class Fatal(Exception):
     pass
 
 
+class OneLineParser(argparse.ArgumentParser):
+    """Bad arguments: one line naming what is wrong, exit status 2."""
+
+    def error(self, message):
+        die(f"{message} (--help shows the usage)", 2)
+
+
 def die(message, status=1):
     sys.stderr.write(f"cimom_load.py: {message}\n")
     sys.exit(status)
@@ -465,7 +472,7 @@ class Writer(threading.Thread):
 
 
 def main(argv):
-    parser = argparse.ArgumentParser(prog="cimom_load.py", add_help=True)
+    parser = OneLineParser(prog="cimom_load.py", add_help=True)
     parser.add_argument("--cimom", required=True, choices=["sfcb", "pegasus"])
     parser.add_argument("--url", required=True)
     parser.add_argument("--pywbem", required=True)

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # The load and memory-check stages of the object manager tests (sourced after
 # scripts/lib/common.sh and scripts/lib/cimoms.sh; cimom_build_all must have
 # run, so that CIMOM_SFCB, CIMOM_PEGASUS, CIMOM_SCHEMA and CIMOM_PYWBEM are

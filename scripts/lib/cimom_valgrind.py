@@ -111,6 +111,13 @@ EXCLUSIONS = {
 FRAME = re.compile(r"^\s+(?:at|by) 0x([0-9A-Fa-f]+): (.*)$")
 
 
+class OneLineParser(argparse.ArgumentParser):
+    """Bad arguments: one line naming what is wrong, exit status 2."""
+
+    def error(self, message):
+        die(f"{message} (--help shows the usage)", 2)
+
+
 def die(message, status=2):
     sys.stderr.write(f"cimom_valgrind.py: {message}\n")
     sys.exit(status)
@@ -234,7 +241,7 @@ def excluded(cimom, error):
 
 
 def main(argv):
-    parser = argparse.ArgumentParser(prog="cimom_valgrind.py")
+    parser = OneLineParser(prog="cimom_valgrind.py")
     parser.add_argument("--cimom", required=True, choices=["sfcb", "pegasus"])
     parser.add_argument("--pids", required=True)
     parser.add_argument("--maps-dir")
