@@ -93,8 +93,10 @@ RULES = {
             "every property of the class is returned: one the module leaves unset is "
             "NULL or the default of the class definition (e.g. RequestedState 12, "
             "Primordial TRUE, RemovalConditions 2)",
-        "property-list-strips-keys":
-            "a property list is applied to key properties too: unlisted keys are missing",
+        "property-list-applied-by-server":
+            "OpenPegasus applies a property list to every instance itself, keys included: "
+            "properties the module set but the list does not name are missing (zeda-cim, "
+            "like the module, filters only the pool instances, through setPropertyFilter)",
         "empty-get-instance-failed":
             "getInstance that the module answers with no instance and status OK "
             "becomes CIM_ERR_FAILED (1) \"Too few objects delivered\"",
@@ -648,8 +650,8 @@ class Comparer:
                     if self.cimom == "sfcb" and is_key:
                         rules.add("keys-outside-property-list")
                         continue
-                    if self.cimom == "pegasus" and is_key:
-                        rules.add("property-list-strips-keys")
+                    if self.cimom == "pegasus":
+                        rules.add("property-list-applied-by-server")
                         continue
                 reasons.append(f"{name} {ours[name]!r} missing")
                 continue
