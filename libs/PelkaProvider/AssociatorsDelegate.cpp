@@ -2,9 +2,9 @@
 
 #include <boost/format.hpp>
 
+#include "CmpiKeys.h"
 #include "Exception.h"
 #include "PelkaProvider.h"
-#include "inventory/Library.h"
 
 namespace zeda::pelka {
 

@@ -2,7 +2,7 @@
 
 #include <boost/format.hpp>
 
-#include "inventory/Keys.h"
+#include "providers/common/Keys.h"
 
 namespace zeda::test {
 namespace {

@@ -49,7 +49,7 @@ TEST_F(ForeignBinding, ModuleAnswersWithItsOwnBinding) {
   EXPECT_TRUE(drives.done);
   EXPECT_FALSE(drives.results.empty());
 
-  // A walk that reads keys through libPelkaUtility's object-path readers.
+  // A walk that reads keys through the module's object-path readers.
   const ObjectPath disk = zeda::host::parseObjectPath(
       R"(ZEDA_DiskDrive.SystemName="ZEDA:nas1",DeviceID="ZEDA:nas1:DISK0:1")", "root/cimv2");
   const auto drive =

@@ -1,7 +1,7 @@
 #include "providers/associations/SystemDeviceAssociation.h"
 
+#include "CmpiKeys.h"
 #include "Exception.h"
-#include "inventory/Library.h"
 #include "providers/associations/ComputerSystemPlaceholder.h"
 #include "providers/common/CimValues.h"
 #include "providers/common/ClassNames.h"

@@ -2,12 +2,12 @@
 
 #include <memory>
 
+#include "CmpiKeys.h"
 #include "Exception.h"
-#include "inventory/Keys.h"
-#include "inventory/Library.h"
 #include "providers/common/CimValues.h"
 #include "providers/common/ClassNames.h"
 #include "providers/common/InventoryWalk.h"
+#include "providers/common/Keys.h"
 #include "providers/common/PlaceholderReference.h"
 #include "providers/elements/DiskDriveBuilder.h"
 #include "providers/elements/SoftwareIdentityBuilder.h"

@@ -6,14 +6,15 @@
 
 #include <boost/algorithm/string/predicate.hpp>
 
+#include "CmpiKeys.h"
 #include "Exception.h"
-#include "inventory/Keys.h"
 #include "inventory/Library.h"
 #include "providers/common/CimValues.h"
 #include "providers/common/ClassNames.h"
 #include "providers/common/DiskProperties.h"
 #include "providers/common/Health.h"
 #include "providers/common/InventoryWalk.h"
+#include "providers/common/Keys.h"
 #include "providers/common/PlaceholderReference.h"
 #include "providers/common/TextOps.h"
 #include "providers/elements/DiskDriveBuilder.h"

@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "inventory/Keys.h"
 #include "providers/associations/SystemDeviceAssociation.h"
 #include "providers/common/ClassNames.h"
+#include "providers/common/Keys.h"
 #include "providers/elements/StorageExtentBuilder.h"
 
 namespace zeda::pelka {

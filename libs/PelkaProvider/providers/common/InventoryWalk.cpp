@@ -1,8 +1,8 @@
 #include "providers/common/InventoryWalk.h"
 
-#include "inventory/Keys.h"
 #include "inventory/Library.h"
 #include "providers/common/CimValues.h"
+#include "providers/common/Keys.h"
 
 namespace zeda::pelka {
 

@@ -1,7 +1,7 @@
 #include "providers/common/PlaceholderReference.h"
 
+#include "CmpiKeys.h"
 #include "Exception.h"
-#include "inventory/Library.h"
 #include "providers/common/CimValues.h"
 
 namespace zeda::pelka {

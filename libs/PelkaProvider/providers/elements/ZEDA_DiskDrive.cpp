@@ -3,13 +3,13 @@
 #include <memory>
 #include <string>
 
-#include "inventory/Keys.h"
 #include "inventory/Library.h"
 #include "providers/common/CimValues.h"
 #include "providers/common/ClassNames.h"
 #include "providers/common/DiskProperties.h"
 #include "providers/common/Health.h"
 #include "providers/common/InventoryWalk.h"
+#include "providers/common/Keys.h"
 #include "providers/elements/DiskDriveBuilder.h"
 
 namespace zeda::pelka {

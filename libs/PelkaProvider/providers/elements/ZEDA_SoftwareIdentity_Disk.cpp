@@ -3,9 +3,9 @@
 #include <memory>
 #include <string>
 
-#include "inventory/Keys.h"
 #include "providers/common/CimValues.h"
 #include "providers/common/InventoryWalk.h"
+#include "providers/common/Keys.h"
 #include "providers/elements/SoftwareIdentityBuilder.h"
 
 namespace zeda::pelka {

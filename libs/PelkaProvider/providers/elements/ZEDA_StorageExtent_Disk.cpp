@@ -4,10 +4,11 @@
 #include <memory>
 #include <string>
 
-#include "inventory/Keys.h"
+#include "CmpiKeys.h"
 #include "inventory/Library.h"
 #include "providers/common/CimValues.h"
 #include "providers/common/InventoryWalk.h"
+#include "providers/common/Keys.h"
 #include "providers/common/TextOps.h"
 #include "providers/elements/StorageExtentBuilder.h"
 

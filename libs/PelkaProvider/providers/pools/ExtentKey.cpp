@@ -1,6 +1,6 @@
 #include "providers/pools/ExtentKey.h"
 
-#include "inventory/Keys.h"
+#include "providers/common/Keys.h"
 #include "providers/common/TextOps.h"
 
 namespace zeda::pelka {

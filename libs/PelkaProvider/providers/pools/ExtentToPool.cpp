@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 
+#include "CmpiKeys.h"
 #include "Exception.h"
 #include "inventory/Library.h"
 #include "providers/common/CimValues.h"

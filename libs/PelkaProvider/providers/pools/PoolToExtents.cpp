@@ -4,11 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "inventory/Keys.h"
+#include "CmpiKeys.h"
 #include "inventory/Library.h"
 #include "providers/common/CimValues.h"
 #include "providers/common/DiskProperties.h"
 #include "providers/common/Health.h"
+#include "providers/common/Keys.h"
 #include "providers/elements/StorageExtentBuilder.h"
 #include "providers/pools/PoolExtentInstance.h"
 #include "providers/pools/PoolInstanceId.h"

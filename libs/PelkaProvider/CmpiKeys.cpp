@@ -1,7 +1,6 @@
-// Object-path readers of libPelkaUtility, on the CMPI binding.
-#include <cmpi/CmpiObjectPath.h>
+#include "CmpiKeys.h"
 
-#include "inventory/Library.h"
+#include <cmpi/CmpiObjectPath.h>
 
 namespace zeda::pelka::cmpi {
 

@@ -8,9 +8,6 @@
 #include "inventory/Orvi.h"
 #include "inventory/Records.h"
 
-// The CMPI binding's object path (header <cmpi/CmpiObjectPath.h>).
-class CmpiObjectPath;
-
 namespace zeda::pelka {
 
 // The managed NAS devices in a stable order; may be empty.
@@ -31,16 +28,5 @@ int GetOperationalStatus(const zeda::orvi::DiskStatus& status);
 std::string GetProgramDataPath();
 
 }  // namespace util
-
-namespace cmpi {
-
-// The string value of the key `key` of `path`. Throws the binding's
-// CmpiStatus when the key is absent or not a string.
-std::string GetString(const CmpiObjectPath& path, const char* key);
-
-// The class name of `path`.
-std::string GetClassName(const CmpiObjectPath& path);
-
-}  // namespace cmpi
 
 }  // namespace zeda::pelka

@@ -1,4 +1,4 @@
-#include "inventory/Keys.h"
+#include "Keys.h"
 
 #include <boost/format.hpp>
 
