@@ -1,12 +1,13 @@
 #include "Config.h"
 
-#include <unistd.h>
 #include <cmath>
 #include <cstdlib>
 #include <set>
 #include <stdexcept>
 
 #include <nlohmann/json.hpp>
+
+#include "Basics.h"
 
 namespace zeda::pelka::platform {
 
@@ -64,7 +65,8 @@ LinuxSourceConfig ParseLinuxSource(const json& source, const std::string& place)
   RefuseUnknownMembers(
       source, place, {"type", "nas", "root", "smartctl", "smartTtlSeconds", "smartTimeoutSeconds"});
   LinuxSourceConfig machine;
-  machine.nas = source.contains("nas") ? Text(source.at("nas"), place + ".nas") : HostName();
+  machine.nas =
+      source.contains("nas") ? Text(source.at("nas"), place + ".nas") : HostName(kUnnamedMachine);
   if (source.contains("root")) machine.root = Text(source.at("root"), place + ".root");
   if (source.contains("smartctl"))
     machine.smartctl = Text(source.at("smartctl"), place + ".smartctl");
@@ -152,12 +154,6 @@ Config ParseConfig(const std::string& jsonText, const std::string& fileName) {
   } catch (const Problem& problem) {
     throw std::runtime_error(prefix + problem.place + ": " + problem.text);
   }
-}
-
-std::string HostName() {
-  char name[256] = {};
-  if (::gethostname(name, sizeof name - 1) != 0 || name[0] == '\0') return "localhost";
-  return name;
 }
 
 }  // namespace zeda::pelka::platform

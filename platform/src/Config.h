@@ -58,7 +58,8 @@ ConfigFileName ConfigFilePath();
 //   (known: file, linux)
 Config ParseConfig(const std::string& jsonText, const std::string& fileName);
 
-// The name of this machine, as a linux source without "nas" is named.
-std::string HostName();
+// What a linux source without "nas" is named on a machine whose name cannot
+// be read; otherwise it bears the machine's name (HostName of Basics.h).
+inline constexpr char kUnnamedMachine[] = "localhost";
 
 }  // namespace zeda::pelka::platform

@@ -7,24 +7,20 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "Basics.h"
+
 namespace zeda::pelka::platform {
 
 namespace fs = std::filesystem;
 
 namespace {
 
-std::string Trimmed(const std::string& text) {
-  const auto first = text.find_first_not_of(" \t\r\n");
-  if (first == std::string::npos) return "";
-  return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
-
 // The first line of a sysfs attribute, trimmed; empty when unreadable.
 std::string Attribute(const fs::path& path) {
   std::ifstream in(path);
   std::string line;
   if (!in || !std::getline(in, line)) return "";
-  return Trimmed(line);
+  return Trimmed(line, kAllLineWhitespace);
 }
 
 std::optional<std::uint64_t> Number(const std::string& text) {

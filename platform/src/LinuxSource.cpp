@@ -4,6 +4,7 @@
 #include <map>
 #include <set>
 
+#include "Basics.h"
 #include "LinuxBlockDevices.h"
 
 namespace zeda::pelka::platform {
@@ -23,12 +24,6 @@ bool Contains(const std::string& text, const char* part) {
   return text.find(part) != std::string::npos;
 }
 
-std::string Trimmed(const std::string& text) {
-  const auto first = text.find_first_not_of(" \t");
-  if (first == std::string::npos) return "";
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
 // udev writes unsafe characters of ID_MODEL_ENC and friends as \xNN.
 std::string UdevDecoded(const std::string& text) {
   std::string decoded;
@@ -42,7 +37,7 @@ std::string UdevDecoded(const std::string& text) {
       decoded += text[i];
     }
   }
-  return Trimmed(decoded);
+  return Trimmed(decoded, kBlanks);
 }
 
 std::string FirstOf(std::initializer_list<std::string> candidates) {

@@ -2,13 +2,14 @@
 // name, its files in the given directory.
 #include "inventory/Logging.h"
 
-#include <unistd.h>
 #include <cstdlib>
 #include <filesystem>
 #include <mutex>
 #include <string>
 
 #include <glog/logging.h>
+
+#include "Basics.h"
 
 namespace zeda::Logging {
 
@@ -27,12 +28,6 @@ Started& State() {
   return started;
 }
 
-std::string HostName() {
-  char name[256] = {};
-  if (::gethostname(name, sizeof name - 1) != 0 || name[0] == '\0') return "(unknown)";
-  return name;
-}
-
 std::string UserName() {
   const char* user = std::getenv("USER");
   return (user != nullptr && *user != '\0') ? user : "invalid-user";
@@ -44,8 +39,9 @@ std::string UserName() {
 // <program>.<host>.<user>.log.ERROR.<date>-<time>.<pid>, with the
 // <program>.ERROR link to the newest file.
 void RedirectErrors(const std::string& programName, const std::string& directory) {
-  const std::string base =
-      directory + "/" + programName + "." + HostName() + "." + UserName() + ".log.ERROR.";
+  const std::string base = directory + "/" + programName + "." +
+                           pelka::platform::HostName("(unknown)") + "." + UserName() +
+                           ".log.ERROR.";
   google::SetLogDestination(google::GLOG_ERROR, base.c_str());
   google::SetLogSymlink(google::GLOG_ERROR, programName.c_str());
 }

@@ -9,6 +9,7 @@
 #include <glog/logging.h>
 #include <nlohmann/json.hpp>
 
+#include "Basics.h"
 #include "ChildProcess.h"
 
 namespace zeda::pelka::platform {
@@ -23,15 +24,11 @@ constexpr int kDeviceOpenFailed = 1 << 1;
 constexpr int kSmartCommandFailed = 1 << 2;
 constexpr int kPrefailAtThreshold = 1 << 4;
 
-std::string Trimmed(const std::string& text) {
-  const auto first = text.find_first_not_of(" \t\n");
-  if (first == std::string::npos) return "";
-  return text.substr(first, text.find_last_not_of(" \t\n") - first + 1);
-}
-
 std::string StringMember(const json& object, const char* name) {
   const auto it = object.find(name);
-  return (it != object.end() && it->is_string()) ? Trimmed(it->get<std::string>()) : "";
+  return (it != object.end() && it->is_string())
+             ? Trimmed(it->get<std::string>(), kBlanksAndNewlines)
+             : "";
 }
 
 // The messages smartctl printed with severity error, joined.

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "Basics.h"
 #include "CliRun.h"
 #include "Config.h"
 #include "ErrorLines.h"
@@ -51,7 +52,8 @@ TEST(ConfigFile, EachProblemNamesFilePlaceAndProblem) {
   EXPECT_EQ(ProblemOf("{\"sources\": [{\"type\": \"linux\", \"smartTTL\": 5}]}"),
             file + "sources[0].smartTTL: unknown member");
   EXPECT_EQ(ProblemOf("{\"sources\": [{\"type\": \"linux\"}, {\"type\": \"linux\"}]}"),
-            file + "sources[1].nas: duplicate NAS name \"" + pelka::platform::HostName() + "\"");
+            file + "sources[1].nas: duplicate NAS name \"" +
+                pelka::platform::HostName(pelka::platform::kUnnamedMachine) + "\"");
   EXPECT_EQ(ProblemOf("{\"programData\": \"\", \"sources\": []}"),
             file + "programData: must not be empty");
 }
@@ -68,7 +70,7 @@ TEST(ConfigFile, MembersAndDefaults) {
   EXPECT_EQ(config.sources[0].fileSource->path, "/x.json");
   EXPECT_FALSE(config.sources[0].linuxSource);
   const auto& first = *config.sources[1].linuxSource;
-  EXPECT_EQ(first.nas, pelka::platform::HostName());
+  EXPECT_EQ(first.nas, pelka::platform::HostName(pelka::platform::kUnnamedMachine));
   EXPECT_EQ(first.root, "/");
   EXPECT_EQ(first.smartctl, "smartctl");
   EXPECT_EQ(first.smartTtl, std::chrono::seconds(300));
