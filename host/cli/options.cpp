@@ -23,6 +23,78 @@ bool isAssociation(const std::string& op) {
   return op == "ai" || op == "ain" || op == "ri" || op == "rin";
 }
 
+Format parseFormat(const std::string& f) {
+  if (f == "mof") return Format::Mof;
+  if (f == "json") return Format::Json;
+  if (f == "xml") return Format::Xml;
+  if (f == "table") return Format::Table;
+  throw UsageError("unknown format " + f + " (mof, json, xml or table)");
+}
+
+// Sets the option `name` (spelled with its "--") from `value()`, which takes
+// the option's value; notes the association options in `assocOptionsSeen`.
+// An unknown name is refused before any value is taken.
+template <class Value>
+void setOption(Options& o, const std::string& name, const Value& value,
+               std::vector<std::string>& assocOptionsSeen) {
+  static const std::map<std::string, std::optional<std::string> Options::*> kAssocOptions{
+      {"--assoc-class", &Options::assocClass},
+      {"--provider", &Options::provider},
+      {"--result-class", &Options::resultClass},
+      {"--role", &Options::role},
+      {"--result-role", &Options::resultRole}};
+  if (name == "--module") {
+    o.module = value();
+  } else if (name == "--config") {
+    o.config = value();
+  } else if (name == "--inventory") {
+    o.inventory = value();
+  } else if (name == "--program-data") {
+    o.programData = value();
+  } else if (name == "--nas-trace") {
+    o.nasTrace = value();
+  } else if (name == "--namespace") {
+    o.nameSpace = value();
+  } else if (name == "--format") {
+    o.format = parseFormat(value());
+  } else if (name == "--property") {
+    if (!o.properties) o.properties.emplace();
+    o.properties->push_back(value());
+  } else if (const auto assoc = kAssocOptions.find(name); assoc != kAssocOptions.end()) {
+    o.*(assoc->second) = value();
+    assocOptionsSeen.push_back(name);
+  } else {
+    throw UsageError("unknown option " + name);
+  }
+}
+
+// The operation and its target from the operands, checked against the
+// association options given.
+void setOperation(Options& o, const std::vector<std::string>& operands,
+                  const std::vector<std::string>& assocOptionsSeen) {
+  if (operands.empty()) throw UsageError("no operation given");
+  const auto op = operations().find(operands[0]);
+  if (op == operations().end()) throw UsageError("unknown operation " + operands[0]);
+  o.operation = op->second;
+  const std::size_t wanted = o.operation == "classes" ? 1 : 2;
+  if (operands.size() < wanted) {
+    throw UsageError(operands[0] + " needs " +
+                     (o.operation == "ei" || o.operation == "ein" ? "a CLASS" : "a PATH"));
+  }
+  if (operands.size() > wanted) throw UsageError("unexpected argument " + operands[wanted]);
+  if (wanted == 2) o.target = operands[1];
+  if (!isAssociation(o.operation) && !assocOptionsSeen.empty()) {
+    throw UsageError("option " + assocOptionsSeen.front() +
+                     " applies to association operations only");
+  }
+  if ((o.operation == "ri" || o.operation == "rin") && o.resultRole) {
+    throw UsageError("option --result-role does not apply to " + operands[0]);
+  }
+  if (isAssociation(o.operation) && !o.provider && !o.assocClass) {
+    throw UsageError(operands[0] + " needs --assoc-class or --provider");
+  }
+}
+
 }  // namespace
 
 std::string usageText() {
@@ -65,80 +137,15 @@ Options parseOptions(const std::vector<std::string>& args) {
       name = arg.substr(0, eq);
       inlineValue = arg.substr(eq + 1);
     }
-    auto value = [&]() -> std::string {
+    const auto value = [&]() -> std::string {
       if (inlineValue) return *inlineValue;
       if (i + 1 >= args.size()) throw UsageError("option " + name + " needs a value");
       return args[++i];
     };
-    if (name == "--module") {
-      o.module = value();
-    } else if (name == "--config") {
-      o.config = value();
-    } else if (name == "--inventory") {
-      o.inventory = value();
-    } else if (name == "--program-data") {
-      o.programData = value();
-    } else if (name == "--nas-trace") {
-      o.nasTrace = value();
-    } else if (name == "--namespace") {
-      o.nameSpace = value();
-    } else if (name == "--format") {
-      const std::string f = value();
-      if (f == "mof") {
-        o.format = Format::Mof;
-      } else if (f == "json") {
-        o.format = Format::Json;
-      } else if (f == "xml") {
-        o.format = Format::Xml;
-      } else if (f == "table") {
-        o.format = Format::Table;
-      } else {
-        throw UsageError("unknown format " + f + " (mof, json, xml or table)");
-      }
-    } else if (name == "--property") {
-      if (!o.properties) o.properties.emplace();
-      o.properties->push_back(value());
-    } else if (name == "--assoc-class") {
-      o.assocClass = value();
-      assocOptionsSeen.push_back(name);
-    } else if (name == "--provider") {
-      o.provider = value();
-      assocOptionsSeen.push_back(name);
-    } else if (name == "--result-class") {
-      o.resultClass = value();
-      assocOptionsSeen.push_back(name);
-    } else if (name == "--role") {
-      o.role = value();
-      assocOptionsSeen.push_back(name);
-    } else if (name == "--result-role") {
-      o.resultRole = value();
-      assocOptionsSeen.push_back(name);
-    } else {
-      throw UsageError("unknown option " + name);
-    }
+    setOption(o, name, value, assocOptionsSeen);
   }
   if (o.help) return o;
-  if (operands.empty()) throw UsageError("no operation given");
-  const auto op = operations().find(operands[0]);
-  if (op == operations().end()) throw UsageError("unknown operation " + operands[0]);
-  o.operation = op->second;
-  const std::size_t wanted = o.operation == "classes" ? 1 : 2;
-  if (operands.size() < wanted) {
-    throw UsageError(operands[0] + " needs " +
-                     (o.operation == "ei" || o.operation == "ein" ? "a CLASS" : "a PATH"));
-  }
-  if (operands.size() > wanted) throw UsageError("unexpected argument " + operands[wanted]);
-  if (wanted == 2) o.target = operands[1];
-  if (!isAssociation(o.operation) && !assocOptionsSeen.empty()) {
-    throw UsageError("option " + assocOptionsSeen.front() +
-                     " applies to association operations only");
-  }
-  if ((o.operation == "ri" || o.operation == "rin") && o.resultRole) {
-    throw UsageError("option --result-role does not apply to " + operands[0]);
-  }
-  if (isAssociation(o.operation) && !o.provider && !o.assocClass) {
-    throw UsageError(operands[0] + " needs --assoc-class or --provider");
-  }
+  setOperation(o, operands, assocOptionsSeen);
   return o;
 }
 

@@ -136,6 +136,92 @@ void ApplyHealth(const BlockDisk& disk, const SmartReport* smart, DiskRecord& re
   record.health = {smart->reason, kHealthUnknown};
 }
 
+// The disk of each device name: a disk's own name and its partitions' names.
+// Members of arrays are partitions or whole disks; both lead to the disk.
+using DiskOfDevice = std::map<std::string, std::size_t>;
+
+DiskOfDevice DisksOfDevices(const std::vector<BlockDisk>& disks) {
+  DiskOfDevice diskOfDevice;
+  for (std::size_t i = 0; i < disks.size(); ++i) {
+    diskOfDevice[disks[i].name] = i;
+    for (const std::string& partition : disks[i].partitions) diskOfDevice[partition] = i;
+  }
+  return diskOfDevice;
+}
+
+// The disks behind the `members` list (active or spares) of every array.
+std::set<std::size_t> DisksOfMembers(const std::vector<MdArray>& arrays,
+                                     const DiskOfDevice& diskOfDevice,
+                                     std::vector<std::string> MdArray::*members) {
+  std::set<std::size_t> found;
+  for (const MdArray& array : arrays) {
+    for (const std::string& member : array.*members) {
+      if (const auto it = diskOfDevice.find(member); it != diskOfDevice.end())
+        found.insert(it->second);
+    }
+  }
+  return found;
+}
+
+// Identity, interface, identifier, firmware, capacity and speed of one disk,
+// from sysfs, its udev properties and its smartctl report (may be null).
+DiskRecord DescribeDisk(const BlockDisk& disk, const Properties& udev, const SmartReport* report) {
+  DiskRecord record;
+  const std::string model = FirstOf({UdevDecoded(Property(udev, "ID_MODEL_ENC")), disk.model,
+                                     Property(udev, "ID_MODEL"), report ? report->model : ""});
+  const std::string serial =
+      FirstOf({Property(udev, "ID_SERIAL_SHORT"), disk.serial, report ? report->serial : ""});
+  std::string vendor = FirstOf({disk.vendor, UdevDecoded(Property(udev, "ID_VENDOR_ENC"))});
+  if (vendor == "ATA") vendor.clear();  // the SCSI layer's word for any ATA disk, not a maker
+  record.identity.model = model;
+  record.identity.serial = serial;
+  record.identity.product = (vendor.empty() || model.rfind(vendor, 0) == 0) ? model
+                            : model.empty()                                 ? vendor
+                                                                            : vendor + " " + model;
+  record.disk.interfaceType = InterfaceType(disk, udev);
+  record.disk.id = StableId(disk, udev, record.disk.interfaceType, model, serial);
+  // The SCSI "rev" of an ATA disk is cut to four characters; udev and
+  // smartctl have the whole version.
+  record.disk.firmwareVersion =
+      FirstOf({Property(udev, "ID_REVISION"), report ? report->firmware : "", disk.firmware});
+  record.disk.capacity = disk.sizeBytes.value_or(0);
+  record.disk.isSsd = disk.rotational.has_value() && !*disk.rotational;
+  if (!record.disk.isSsd) {
+    const std::string udevRate = Property(udev, "ID_ATA_ROTATION_RATE_RPM");
+    if (report != nullptr && report->rotationRate) {
+      record.disk.rpm = *report->rotationRate;
+    } else if (!udevRate.empty() && udevRate.find_first_not_of("0123456789") == std::string::npos &&
+               udevRate.size() < 7) {
+      record.disk.rpm = static_cast<std::uint32_t>(std::stoul(udevRate));
+    }
+  }
+  return record;
+}
+
+// One disk group per array that has a known disk: its active members, then
+// its spares, each disk listed once.
+std::vector<zeda::orvi::OrviDiskGroup> ArrayGroups(const std::vector<MdArray>& arrays,
+                                                   const DiskOfDevice& diskOfDevice,
+                                                   const std::vector<DiskRecord>& records) {
+  std::vector<zeda::orvi::OrviDiskGroup> groups;
+  for (const MdArray& array : arrays) {
+    zeda::orvi::OrviDiskGroup group;
+    std::set<std::size_t> listed;
+    const auto add = [&](const std::vector<std::string>& members, std::vector<std::string>& ids) {
+      for (const std::string& member : members) {
+        const auto it = diskOfDevice.find(member);
+        if (it != diskOfDevice.end() && listed.insert(it->second).second) {
+          ids.push_back(records[it->second].disk.id);
+        }
+      }
+    };
+    add(array.active, group.dataDisks);
+    add(array.spares, group.spareDisks);
+    if (!group.dataDisks.empty() || !group.spareDisks.empty()) groups.push_back(std::move(group));
+  }
+  return groups;
+}
+
 }  // namespace
 
 LinuxSource::LinuxSource(LinuxSourceConfig config)
@@ -151,25 +237,9 @@ NasRecord LinuxSource::Read() {
   for (const BlockDisk& disk : disks) nodes.push_back("/dev/" + disk.name);
   const std::map<std::string, SmartReport> smart = smart_.Reports(nodes);
 
-  // Members of arrays are partitions or whole disks; both lead to the disk.
-  std::map<std::string, std::size_t> diskOfDevice;
-  std::set<std::string> mdMembers;
-  for (std::size_t i = 0; i < disks.size(); ++i) {
-    diskOfDevice[disks[i].name] = i;
-    for (const std::string& partition : disks[i].partitions) diskOfDevice[partition] = i;
-  }
-  std::set<std::size_t> spareDisks;
-  std::set<std::size_t> memberDisks;
-  for (const MdArray& array : arrays) {
-    for (const std::string& member : array.spares) {
-      if (const auto it = diskOfDevice.find(member); it != diskOfDevice.end())
-        spareDisks.insert(it->second);
-    }
-    for (const std::string& member : array.active) {
-      if (const auto it = diskOfDevice.find(member); it != diskOfDevice.end())
-        memberDisks.insert(it->second);
-    }
-  }
+  const DiskOfDevice diskOfDevice = DisksOfDevices(disks);
+  const std::set<std::size_t> spareDisks = DisksOfMembers(arrays, diskOfDevice, &MdArray::spares);
+  const std::set<std::size_t> memberDisks = DisksOfMembers(arrays, diskOfDevice, &MdArray::active);
 
   NasRecord nas;
   nas.name = config_.nas;
@@ -179,36 +249,7 @@ NasRecord LinuxSource::Read() {
     const auto found = smart.find(nodes[i]);
     const SmartReport* report = found == smart.end() ? nullptr : &found->second;
 
-    DiskRecord record;
-    const std::string model = FirstOf({UdevDecoded(Property(udev, "ID_MODEL_ENC")), disk.model,
-                                       Property(udev, "ID_MODEL"), report ? report->model : ""});
-    const std::string serial =
-        FirstOf({Property(udev, "ID_SERIAL_SHORT"), disk.serial, report ? report->serial : ""});
-    std::string vendor = FirstOf({disk.vendor, UdevDecoded(Property(udev, "ID_VENDOR_ENC"))});
-    if (vendor == "ATA") vendor.clear();  // the SCSI layer's word for any ATA disk, not a maker
-    record.identity.model = model;
-    record.identity.serial = serial;
-    record.identity.product = (vendor.empty() || model.rfind(vendor, 0) == 0) ? model
-                              : model.empty()                                 ? vendor
-                                              : vendor + " " + model;
-    record.disk.interfaceType = InterfaceType(disk, udev);
-    record.disk.id = StableId(disk, udev, record.disk.interfaceType, model, serial);
-    // The SCSI "rev" of an ATA disk is cut to four characters; udev and
-    // smartctl have the whole version.
-    record.disk.firmwareVersion =
-        FirstOf({Property(udev, "ID_REVISION"), report ? report->firmware : "", disk.firmware});
-    record.disk.capacity = disk.sizeBytes.value_or(0);
-    record.disk.isSsd = disk.rotational.has_value() && !*disk.rotational;
-    if (!record.disk.isSsd) {
-      const std::string udevRate = Property(udev, "ID_ATA_ROTATION_RATE_RPM");
-      if (report != nullptr && report->rotationRate) {
-        record.disk.rpm = *report->rotationRate;
-      } else if (!udevRate.empty() &&
-                 udevRate.find_first_not_of("0123456789") == std::string::npos &&
-                 udevRate.size() < 7) {
-        record.disk.rpm = static_cast<std::uint32_t>(std::stoul(udevRate));
-      }
-    }
+    DiskRecord record = DescribeDisk(disk, udev, report);
     record.disk.isSpare = spareDisks.count(i) != 0;
     const bool signature =
         !Property(udev, "ID_FS_TYPE").empty() || !Property(udev, "ID_PART_TABLE_TYPE").empty();
@@ -218,23 +259,7 @@ NasRecord LinuxSource::Read() {
     ApplyHealth(disk, report, record);
     nas.disks.push_back(std::move(record));
   }
-
-  for (const MdArray& array : arrays) {
-    zeda::orvi::OrviDiskGroup group;
-    std::set<std::size_t> listed;
-    const auto add = [&](const std::vector<std::string>& members, std::vector<std::string>& ids) {
-      for (const std::string& member : members) {
-        const auto it = diskOfDevice.find(member);
-        if (it != diskOfDevice.end() && listed.insert(it->second).second) {
-          ids.push_back(nas.disks[it->second].disk.id);
-        }
-      }
-    };
-    add(array.active, group.dataDisks);
-    add(array.spares, group.spareDisks);
-    if (!group.dataDisks.empty() || !group.spareDisks.empty())
-      nas.groups.push_back(std::move(group));
-  }
+  nas.groups = ArrayGroups(arrays, diskOfDevice, nas.disks);
   return nas;
 }
 

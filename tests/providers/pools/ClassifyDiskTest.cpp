@@ -1,5 +1,5 @@
-// ClassifyDisk on in-memory records: flags first, then the per-entry walk
-// over the RAID groups where the last match wins.
+// The extent-to-pool rule (PoolOfDisk) for one disk on in-memory records: flags first, then the
+// per-entry walk over the RAID groups where the last match wins.
 #include <gtest/gtest.h>
 
 #include "PoolRecords.h"
@@ -9,7 +9,6 @@ namespace zeda::test {
 namespace {
 
 using zeda::orvi::OrviDiskGroup;
-using zeda::pelka::ClassifyDisk;
 
 const std::vector<OrviDiskGroup> kNoGroups;
 

@@ -1,4 +1,4 @@
-// PoolMembershipCount: how often the pool-to-extent walk answers a disk.
+// PoolMembershipCounts of one disk: how often the pool-to-extent walk answers a disk.
 #include <gtest/gtest.h>
 
 #include "PoolRecords.h"
@@ -8,7 +8,6 @@ namespace zeda::test {
 namespace {
 
 using zeda::orvi::OrviDiskGroup;
-using zeda::pelka::PoolMembershipCount;
 
 std::vector<std::size_t> CountsForPools1To4(const zeda::orvi::OrviDisk& disk,
                                             const std::vector<OrviDiskGroup>& groups) {

@@ -2,12 +2,14 @@
 #ifndef ZEDA_TESTS_PROVIDERS_POOLS_POOLRECORDS_H
 #define ZEDA_TESTS_PROVIDERS_POOLS_POOLRECORDS_H
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "inventory/Records.h"
+#include "providers/pools/PoolRules.h"
 
 namespace zeda::test {
 
@@ -39,6 +41,21 @@ inline zeda::orvi::OrviDiskList List(std::vector<zeda::orvi::OrviDisk> disks,
   list.disks = std::move(disks);
   list.groups = std::move(groups);
   return list;
+}
+
+// The pool the extent-to-pool rule gives `disk` on a NAS of that one disk and
+// `groups`: PoolOfDisk asked for the disk's own identifier.
+inline int ClassifyDisk(const zeda::orvi::OrviDisk& disk,
+                        const std::vector<zeda::orvi::OrviDiskGroup>& groups) {
+  return zeda::pelka::PoolOfDisk(List({disk}, groups), disk.id);
+}
+
+// How often the pool-to-extent walk of `pool` answers `disk` on a NAS of that
+// one disk and `groups`: PoolMembershipCounts of the one-disk list.
+inline std::size_t PoolMembershipCount(const zeda::orvi::OrviDisk& disk,
+                                       const std::vector<zeda::orvi::OrviDiskGroup>& groups,
+                                       int pool) {
+  return zeda::pelka::PoolMembershipCounts(List({disk}, groups), pool).front();
 }
 
 }  // namespace zeda::test

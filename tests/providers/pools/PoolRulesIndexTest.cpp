@@ -169,7 +169,7 @@ TEST(IndexedPoolRules, ClassifyDiskAndPoolOfDiskMatchTheReference) {
   for (unsigned round = 0; round < kRounds; ++round) {
     const OrviDiskList list = random.Make();
     for (const OrviDisk& disk : list.disks) {
-      ASSERT_EQ(zeda::pelka::ClassifyDisk(disk, list.groups), ReferenceClassify(disk, list.groups))
+      ASSERT_EQ(ClassifyDisk(disk, list.groups), ReferenceClassify(disk, list.groups))
           << "round " << round << " disk '" << disk.id << "'";
     }
     for (int probe = 0; probe < 4; ++probe) {
@@ -190,7 +190,7 @@ TEST(IndexedPoolRules, MembershipCountsMatchTheReferenceForEveryPool) {
       for (std::size_t d = 0; d < list.disks.size(); ++d) {
         const std::size_t expected = ReferenceMembership(list.disks[d], list.groups, pool);
         ASSERT_EQ(counts[d], expected) << "round " << round << " pool " << pool << " disk " << d;
-        ASSERT_EQ(zeda::pelka::PoolMembershipCount(list.disks[d], list.groups, pool), expected);
+        ASSERT_EQ(PoolMembershipCount(list.disks[d], list.groups, pool), expected);
       }
     }
   }

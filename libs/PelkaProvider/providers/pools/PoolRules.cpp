@@ -22,7 +22,7 @@ constexpr std::size_t kCache = 3;
 
 bool HasPoolFlag(const OrviDisk& disk) { return disk.isFree || disk.isSsd || disk.isSpare; }
 
-// Pool of a flagged disk in ClassifyDisk and ComputePoolTotals: the first
+// Pool of a flagged disk in PoolOfDisk and ComputePoolTotals: the first
 // flag in the order isFree, isSsd, isSpare decides.
 int FlagPool(const OrviDisk& disk) {
   if (disk.isFree) {
@@ -76,7 +76,7 @@ std::vector<std::size_t> CountEntries(SubstringIndex& index,
   return counts;
 }
 
-// Per pattern, the pool the group walk of ClassifyDisk gives: per group
+// Per pattern, the pool the group walk of PoolOfDisk gives: per group
 // first the spare entries (3), then the data entries (2); the last group
 // that lists the identifier decides. 0 when no entry contains it.
 std::vector<int> GroupPools(SubstringIndex& index, const std::vector<OrviDiskGroup>& groups) {
@@ -106,32 +106,6 @@ void JoinInto(std::string& joined, const std::vector<std::string>& entries) {
   }
 }
 
-// PoolMembershipCount of every disk of `disks`.
-std::vector<std::size_t> MembershipCounts(const std::vector<OrviDisk>& disks,
-                                          const std::vector<OrviDiskGroup>& groups, int pool) {
-  std::vector<std::size_t> counts(disks.size(), 0);
-  if (pool == 1 || pool == 4) {
-    for (std::size_t d = 0; d < disks.size(); ++d) {
-      counts[d] = (pool == 1 ? disks[d].isFree : disks[d].isSsd) ? 1 : 0;
-    }
-    return counts;
-  }
-  if (pool != 2 && pool != 3) {
-    return counts;
-  }
-  // Only disks whose answer depends on the groups are indexed, so every
-  // (entry, identifier) pair the index finds is at least one result.
-  const bool spare = pool == 3;
-  IndexedDisks indexed =
-      IndexDisks(disks, [spare](const OrviDisk& disk) { return !(spare && disk.isSpare); });
-  const std::vector<std::size_t> entries = CountEntries(
-      indexed.index, groups, spare ? &OrviDiskGroup::spareDisks : &OrviDiskGroup::dataDisks);
-  for (std::size_t d = 0; d < disks.size(); ++d) {
-    counts[d] = indexed.patternOfDisk[d] == kSkipped ? 1 : entries[indexed.patternOfDisk[d]];
-  }
-  return counts;
-}
-
 }  // namespace
 
 int EnumeratedPool(const OrviDisk& disk) {
@@ -142,14 +116,6 @@ int EnumeratedPool(const OrviDisk& disk) {
     return 0;
   }
   return 2;
-}
-
-int ClassifyDisk(const OrviDisk& disk, const std::vector<OrviDiskGroup>& groups) {
-  if (HasPoolFlag(disk)) {
-    return FlagPool(disk);
-  }
-  SubstringIndex index({disk.id});
-  return GroupPools(index, groups)[index.PatternOf(0)];
 }
 
 int PoolOfDisk(const OrviDiskList& diskList, const std::string& diskId) {
@@ -175,14 +141,32 @@ int PoolOfDisk(const OrviDiskList& diskList, const std::string& diskId) {
   return pool;
 }
 
-std::size_t PoolMembershipCount(const OrviDisk& disk, const std::vector<OrviDiskGroup>& groups,
-                                int pool) {
-  return MembershipCounts({disk}, groups, pool).front();
+std::vector<std::size_t> PoolMembershipCounts(const OrviDiskList& diskList, int pool) {
+  const std::vector<OrviDisk>& disks = diskList.disks;
+  std::vector<std::size_t> counts(disks.size(), 0);
+  if (pool == 1 || pool == 4) {
+    for (std::size_t d = 0; d < disks.size(); ++d) {
+      counts[d] = (pool == 1 ? disks[d].isFree : disks[d].isSsd) ? 1 : 0;
+    }
+    return counts;
+  }
+  if (pool != 2 && pool != 3) {
+    return counts;
+  }
+  // Only disks whose answer depends on the groups are indexed, so every
+  // (entry, identifier) pair the index finds is at least one result.
+  const bool spare = pool == 3;
+  IndexedDisks indexed =
+      IndexDisks(disks, [spare](const OrviDisk& disk) { return !(spare && disk.isSpare); });
+  const std::vector<std::size_t> entries =
+      CountEntries(indexed.index, diskList.groups,
+                   spare ? &OrviDiskGroup::spareDisks : &OrviDiskGroup::dataDisks);
+  for (std::size_t d = 0; d < disks.size(); ++d) {
+    counts[d] = indexed.patternOfDisk[d] == kSkipped ? 1 : entries[indexed.patternOfDisk[d]];
+  }
+  return counts;
 }
 
-std::vector<std::size_t> PoolMembershipCounts(const OrviDiskList& diskList, int pool) {
-  return MembershipCounts(diskList.disks, diskList.groups, pool);
-}
 PoolTotals ComputePoolTotals(const OrviDiskList& diskList) {
   const std::vector<OrviDisk>& disks = diskList.disks;
   IndexedDisks indexed = IndexDisks(disks, [](const OrviDisk& disk) { return !HasPoolFlag(disk); });

@@ -2,13 +2,13 @@
 // side by side. They look alike and are not alike; each difference below is
 // required behaviour clients rely on, so none may be "fixed" to match another.
 //
-//                  | EnumeratedPool  | ClassifyDisk,      | PoolMembership-    | ComputePool-
-//                  |                 | PoolOfDisk         | Count(s)           | Totals
+//                  | EnumeratedPool  | PoolOfDisk         | PoolMembership-    | ComputePool-
+//                  |                 |                    | Counts             | Totals
 // -----------------+-----------------+--------------------+--------------------+-----------------
 // answers          | enumeration of  | extent-to-pool     | pool-to-extent     | TotalManaged-
 //                  | ConcreteCompo-  | walks of both      | walks of both      | Space of a pool
 //                  | nent_Primordial | associations       | associations       | instance
-// flags            | isFree: 1;      | isFree 1, isSsd 4, | a flag naming the  | as ClassifyDisk;
+// flags            | isFree: 1;      | isFree 1, isSsd 4, | a flag naming the  | as PoolOfDisk;
 //                  | isSsd, isSpare: | isSpare 3, in this | asked pool: one    | the disk counts
 //                  | none; else 2    | order              | result             | once
 // groups read      | never           | no flag set only   | always, for pools  | no flag set only
@@ -62,32 +62,26 @@ namespace zeda::pelka {
 // 1 for isFree, else 0 (none) for isSsd or isSpare, else 2.
 int EnumeratedPool(const zeda::orvi::OrviDisk& disk);
 
-// Pool number 1 to 4 of `disk`, 0 when it is in none. The flags decide
+// Pool of the disk `diskId` of a NAS: every disk record whose id equals
+// `diskId` without regard to case (each character upper-cased in the global
+// locale) is classified, in NAS order; the last one with a pool decides. 0
+// when no equal record has a pool.
+// A record's pool is a number 1 to 4, 0 when it is in none. The flags decide
 // first, in the order isFree (1), isSsd (4), isSpare (3). A disk without any
 // flag is looked for in the RAID groups, in order: per group its spareDisks
 // list, then its dataDisks list. An entry matches when it contains the disk
 // identifier as a substring (an empty identifier matches every entry); the
 // first match in a list sets 3 (spare) or 2 (data) and ends that list. The
 // walk covers every group, so the last match wins.
-int ClassifyDisk(const zeda::orvi::OrviDisk& disk,
-                 const std::vector<zeda::orvi::OrviDiskGroup>& groups);
-
-// Pool of the disk `diskId` of a NAS: every disk record whose id equals
-// `diskId` without regard to case (each character upper-cased in the global
-// locale) is classified with ClassifyDisk, in NAS order; the last one with a
-// pool decides. 0 when no equal record has a pool.
 int PoolOfDisk(const zeda::orvi::OrviDiskList& diskList, const std::string& diskId);
 
-// Number of times `disk` is returned for pool `pool` (any number; outside 1
-// to 4 nothing matches). A flag that names the pool (isFree for 1, isSsd for
-// 4, isSpare for 3) gives exactly one return. Otherwise every RAID group is
-// walked without early exit: each spareDisks entry that contains the disk
-// identifier gives one return for pool 3, each dataDisks entry that contains
-// it one return for pool 2, whatever the disk's flags.
-std::size_t PoolMembershipCount(const zeda::orvi::OrviDisk& disk,
-                                const std::vector<zeda::orvi::OrviDiskGroup>& groups, int pool);
-
-// PoolMembershipCount of every disk of `diskList` for `pool`, in disk order.
+// Per disk of `diskList`, in disk order, the number of times the disk is
+// returned for pool `pool` (any number; outside 1 to 4 nothing matches). A
+// flag that names the pool (isFree for 1, isSsd for 4, isSpare for 3) gives
+// exactly one return. Otherwise every RAID group is walked without early
+// exit: each spareDisks entry that contains the disk identifier gives one
+// return for pool 3, each dataDisks entry that contains it one return for
+// pool 2, whatever the disk's flags.
 std::vector<std::size_t> PoolMembershipCounts(const zeda::orvi::OrviDiskList& diskList, int pool);
 
 // Bytes per pool; index 0 to 3 for pools 1 to 4.
