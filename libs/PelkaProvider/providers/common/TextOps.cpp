@@ -6,6 +6,7 @@ namespace zeda::pelka::text {
 
 std::string Substr(const std::string& s, std::size_t pos, std::size_t count) {
   if (pos > s.size()) {
+    // std::exception: answered as 200 (CMPI_RC_ERROR) with this text.
     throw std::out_of_range("invalid string position");
   }
   return s.substr(pos, count);
@@ -20,8 +21,10 @@ int Stoi(const std::string& s) {
   try {
     return std::stoi(s);
   } catch (const std::invalid_argument&) {
+    // std::exception: answered as 200 (CMPI_RC_ERROR) with this text.
     throw std::invalid_argument("invalid stoi argument");
   } catch (const std::out_of_range&) {
+    // std::exception: answered as 200 (CMPI_RC_ERROR) with this text.
     throw std::out_of_range("stoi argument out of range");
   }
 }

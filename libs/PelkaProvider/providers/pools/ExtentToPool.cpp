@@ -25,6 +25,7 @@ void ReturnExtentPool(CmpiResult& rslt, const CmpiObjectPath& extentPath, const 
   const int number = PoolOfDisk(diskList, key.diskId);
   const PoolKind* pool = number <= rule.highestPool ? FindPool(number) : nullptr;
   if (pool == nullptr) {
+    // Exception: answered as 200 (CMPI_RC_ERROR).
     throw Exception("Incorrect association class");
   }
   // The totals read nothing but the disk list: a refused request skips them.

@@ -29,6 +29,7 @@ SubstringIndex::SubstringIndex(const std::vector<std::string_view>& identifiers)
     bytes += id.size();
   }
   if (bytes >= kNone || identifiers.size() >= kNone) {
+    // std::exception: answered as 200 (CMPI_RC_ERROR) with this text.
     throw std::length_error("too many identifier bytes for a substring index");
   }
   const std::vector<std::uint32_t> endOf = BuildTrie(identifiers);
