@@ -23,6 +23,16 @@ inline std::string Trimmed(const std::string& text, const char* whitespace) {
   return text.substr(first, text.find_last_not_of(whitespace) - first + 1);
 }
 
+// The place and the problem of one of nlohmann::json's parse errors, whose
+// what() reads "[json.exception.parse_error.101] parse error at line 3,
+// column 5: syntax error while parsing object - unexpected '}'; ...": the
+// text after "parse error at ", or all of it when that is missing.
+inline std::string SyntaxProblem(const std::string& what) {
+  const std::string marker = "parse error at ";
+  const std::string::size_type at = what.find(marker);
+  return at == std::string::npos ? what : what.substr(at + marker.size());
+}
+
 // The name of this machine, or `fallback` when it has none or it cannot be
 // read.
 inline std::string HostName(const char* fallback) {

@@ -116,14 +116,6 @@ Config ParseDocument(const json& document) {
   return config;
 }
 
-// nlohmann's parse errors read "[json.exception.parse_error.101] parse error
-// at line 1, column 5: ..."; the place and the problem are what follows.
-std::string SyntaxProblem(const std::string& what) {
-  const std::string marker = "parse error at ";
-  const std::string::size_type at = what.find(marker);
-  return at == std::string::npos ? what : what.substr(at + marker.size());
-}
-
 }  // namespace
 
 bool LinuxSourceConfig::operator==(const LinuxSourceConfig& other) const {

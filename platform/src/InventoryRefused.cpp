@@ -7,6 +7,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "Basics.h"
 #include "InventoryWalker.h"
 
 namespace zeda::pelka::platform {
@@ -104,15 +105,6 @@ std::string WithFiniteNumbers(std::string text) {
   return text;
 }
 
-// The parser's own text after "parse error at ", e.g.
-// "line 3, column 5: syntax error while parsing object - unexpected '}'; ..."
-std::string SyntaxProblem(const json::parse_error& error) {
-  const std::string text = error.what();
-  const std::string marker = "parse error at ";
-  const auto at = text.find(marker);
-  return at == std::string::npos ? text : text.substr(at + marker.size());
-}
-
 }  // namespace
 
 Inventory ReadRefusedDocument(const std::string& jsonText) {
@@ -120,7 +112,7 @@ Inventory ReadRefusedDocument(const std::string& jsonText) {
   try {
     document = json::parse(WithFiniteNumbers(jsonText));
   } catch (const json::parse_error& error) {
-    throw SyntaxError{SyntaxProblem(error)};
+    throw SyntaxError{SyntaxProblem(error.what())};
   }
   return InventoryWalker<NlohmannDocument>::Document(&document);
 }
