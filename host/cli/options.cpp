@@ -31,36 +31,40 @@ Format parseFormat(const std::string& f) {
   throw UsageError("unknown format " + f + " (mof, json, xml or table)");
 }
 
+using TextOption = std::optional<std::string> Options::*;
+
+// The options that take one text, those of association operations apart.
+const std::map<std::string, TextOption>& textOptions() {
+  static const std::map<std::string, TextOption> options{
+      {"--module", &Options::module},       {"--config", &Options::config},
+      {"--inventory", &Options::inventory}, {"--program-data", &Options::programData},
+      {"--nas-trace", &Options::nasTrace},  {"--namespace", &Options::nameSpace}};
+  return options;
+}
+
+const std::map<std::string, TextOption>& assocOptions() {
+  static const std::map<std::string, TextOption> options{{"--assoc-class", &Options::assocClass},
+                                                         {"--provider", &Options::provider},
+                                                         {"--result-class", &Options::resultClass},
+                                                         {"--role", &Options::role},
+                                                         {"--result-role", &Options::resultRole}};
+  return options;
+}
+
 // Sets the option `name` (spelled with its "--") from `value()`, which takes
 // the option's value; notes the association options in `assocOptionsSeen`.
 // An unknown name is refused before any value is taken.
 template <class Value>
 void setOption(Options& o, const std::string& name, const Value& value,
                std::vector<std::string>& assocOptionsSeen) {
-  static const std::map<std::string, std::optional<std::string> Options::*> kAssocOptions{
-      {"--assoc-class", &Options::assocClass},
-      {"--provider", &Options::provider},
-      {"--result-class", &Options::resultClass},
-      {"--role", &Options::role},
-      {"--result-role", &Options::resultRole}};
-  if (name == "--module") {
-    o.module = value();
-  } else if (name == "--config") {
-    o.config = value();
-  } else if (name == "--inventory") {
-    o.inventory = value();
-  } else if (name == "--program-data") {
-    o.programData = value();
-  } else if (name == "--nas-trace") {
-    o.nasTrace = value();
-  } else if (name == "--namespace") {
-    o.nameSpace = value();
+  if (const auto text = textOptions().find(name); text != textOptions().end()) {
+    o.*(text->second) = value();
   } else if (name == "--format") {
     o.format = parseFormat(value());
   } else if (name == "--property") {
     if (!o.properties) o.properties.emplace();
     o.properties->push_back(value());
-  } else if (const auto assoc = kAssocOptions.find(name); assoc != kAssocOptions.end()) {
+  } else if (const auto assoc = assocOptions().find(name); assoc != assocOptions().end()) {
     o.*(assoc->second) = value();
     assocOptionsSeen.push_back(name);
   } else {
