@@ -37,7 +37,7 @@ CIMOM_RECIPE=3
 # Debian packages the builds and the two clients need.
 CIMOM_PACKAGES=(autoconf automake libtool flex bison libcurl4-openssl-dev zlib1g-dev pkg-config
   gcc g++ make xz-utils sblim-wbemcli iproute2
-  python3 python3-ply python3-yaml python3-requests python3-urllib3 python3-six)
+  python3 python3-ply python3-yaml python3-requests python3-urllib3 python3-six valgrind)
 
 ZEDA_SFCB_PORT="${ZEDA_SFCB_PORT:-15985}"
 ZEDA_PEGASUS_PORT="${ZEDA_PEGASUS_PORT:-15986}"
