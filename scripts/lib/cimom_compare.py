@@ -42,18 +42,7 @@ import sys
 import time
 import xml.etree.ElementTree as ET
 
-MODULE_LIBRARY = "libZEDA_DiskDriveLite.so"
-# zeda-cim's status for an operation the module exports no factory for.
-NO_PROVIDER = -1
-
-ELEMENTS = ["ZEDA_DiskDrive", "ZEDA_StorageExtent_Disk", "ZEDA_PhysicalPackage_Disk",
-            "ZEDA_SoftwareIdentity_Disk"]
-ASSOCIATIONS = ["ZEDA_SystemDevice_DiskDrive", "ZEDA_SystemDevice_StorageExtent_Disk",
-                "ZEDA_MediaPresent", "ZEDA_Realizes_Disk", "ZEDA_ElementSoftwareIdentity_Disk",
-                "ZEDA_ConcreteComponent_Primordial"]
-# Association-only: no enumeration of its own; walked from the ends of the
-# pool/extent association.
-WALK_ONLY = {"ZEDA_AssociatedComponentExtent_Primordial": "ZEDA_ConcreteComponent_Primordial"}
+from cimom_common import ASSOCIATIONS, ELEMENTS, MODULE_LIBRARY, NO_PROVIDER, WALK_ONLY  # noqa: E402
 
 # ---------------------------------------------------------------------------
 # The object managers' own documented behaviour: each difference an answer

@@ -44,7 +44,6 @@ nothing (give the same file as A and B): the memory check's workload.
 Prints one summary line (and the unexpected answers before it); exits 1 on
 any failure, 2 on bad arguments.
 """
-import argparse
 import json
 import multiprocessing
 import os
@@ -56,17 +55,8 @@ import threading
 import time
 import traceback
 
-NAMESPACE = "root/cimv2"
-NO_PROVIDER = -1  # zeda-cim: the module exports no factory of that kind for the class
-
-ELEMENTS = ["ZEDA_DiskDrive", "ZEDA_StorageExtent_Disk", "ZEDA_PhysicalPackage_Disk",
-            "ZEDA_SoftwareIdentity_Disk"]
-ASSOCIATIONS = ["ZEDA_SystemDevice_DiskDrive", "ZEDA_SystemDevice_StorageExtent_Disk",
-                "ZEDA_MediaPresent", "ZEDA_Realizes_Disk", "ZEDA_ElementSoftwareIdentity_Disk",
-                "ZEDA_ConcreteComponent_Primordial"]
-# Association only (no instance provider): walked from the ends of another.
-WALK_ONLY = {"ZEDA_AssociatedComponentExtent_Primordial": "ZEDA_ConcreteComponent_Primordial"}
-ALL_CLASSES = ELEMENTS + ASSOCIATIONS + list(WALK_ONLY)
+from cimom_common import (ALL_CLASSES, ASSOCIATIONS, ELEMENTS, NAMESPACE,  # noqa: E402
+                          NO_PROVIDER, WALK_ONLY, OneLineParser, die)
 OPERATIONS = ["ei", "ein", "gi", "ai", "ain", "ri", "rin"]
 
 # How each object manager presents what the module answers. Each rule maps a
@@ -116,16 +106,6 @@ class Fatal(Exception):
     pass
 
 
-class OneLineParser(argparse.ArgumentParser):
-    """Bad arguments: one line naming what is wrong, exit status 2."""
-
-    def error(self, message):
-        die(f"{message} (--help shows the usage)", 2)
-
-
-def die(message, status=1):
-    sys.stderr.write(f"cimom_load.py: {message}\n")
-    sys.exit(status)
 
 
 # --------------------------------------------------------------------------

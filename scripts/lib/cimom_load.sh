@@ -35,28 +35,13 @@ CIMOM_LOAD_LIB="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # Debian's Python: pywbem needs its python3-ply, python3-yaml ... packages.
 CIMOM_LOAD_PYTHON=/usr/bin/python3
 
-# cimom_load_use_install PREFIX: what cimom_install_module sets, from an
-# existing install prefix.
-cimom_load_use_install() {
-  local prefix="$1" found
-  [ -d "$prefix" ] || zeda_die "install directory $prefix does not exist (cimom_install_module BUILD $prefix first)"
-  prefix=$(cd "$prefix" && pwd)
-  found=$(find "$prefix" -name libZEDA_DiskDriveLite.so -printf '%h\n' | head -n 1)
-  [ -n "$found" ] || zeda_die "no libZEDA_DiskDriveLite.so below $prefix (cimom_install_module BUILD $prefix first)"
-  CIMOM_MODULE_DIR="$found"
-  CIMOM_ZEDA_CIM="$prefix/bin/zeda-cim"
-  CIMOM_ZEDA_REGISTER="$prefix/bin/zeda-register"
-  [ -x "$CIMOM_ZEDA_CIM" ] && [ -x "$CIMOM_ZEDA_REGISTER" ] \
-    || zeda_die "no bin/zeda-cim and bin/zeda-register below $prefix"
-}
-
 cimom_load_check_args() {
   local om="$1" run="$2" prefix="$3"
   cimom_check_name "$om"
   [ -n "$run" ] || zeda_die "no run directory given"
   [ -n "${CIMOM_PYWBEM:-}" ] && [ -n "${CIMOM_SFCB:-}" ] && [ -n "${CIMOM_PEGASUS:-}" ] \
     || zeda_die "run cimom_build_all before the load and memory-check stages"
-  cimom_load_use_install "$prefix"
+  cimom_use_install "$prefix"
 }
 
 # cimom_load_provider_pids OM STATE: cimom_provider_pids, and for OpenPegasus

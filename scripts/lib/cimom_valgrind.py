@@ -38,7 +38,6 @@ a signal, fails the run.
 Prints the errors that fail (kind, first frames), the exclusions used and one
 summary line; exits 1 on failure, 2 on bad arguments.
 """
-import argparse
 import os
 import re
 import sys
@@ -111,16 +110,7 @@ EXCLUSIONS = {
 FRAME = re.compile(r"^\s+(?:at|by) 0x([0-9A-Fa-f]+): (.*)$")
 
 
-class OneLineParser(argparse.ArgumentParser):
-    """Bad arguments: one line naming what is wrong, exit status 2."""
-
-    def error(self, message):
-        die(f"{message} (--help shows the usage)", 2)
-
-
-def die(message, status=2):
-    sys.stderr.write(f"cimom_valgrind.py: {message}\n")
-    sys.exit(status)
+from cimom_common import OneLineParser, die  # noqa: E402
 
 
 # Frames of the allocator itself (and of valgrind's replacement of it): an
@@ -253,12 +243,12 @@ def main(argv):
     except SystemExit as e:
         return 2 if e.code else 0
     if not os.path.isdir(args.logdir):
-        die(f"log directory {args.logdir} does not exist")
+        die(f"log directory {args.logdir} does not exist", 2)
     try:
         with open(args.pids) as f:
             listed = [int(p) for p in f.read().split()]
     except (OSError, ValueError) as e:
-        die(f"cannot read the provider pids from {args.pids}: {e}")
+        die(f"cannot read the provider pids from {args.pids}: {e}", 2)
     source_root = os.path.realpath(args.source_root) if args.source_root else None
 
     logs = {}

@@ -222,20 +222,29 @@ cimom_build_all() {
 }
 
 # cimom_install_module BUILD_DIR PREFIX: the install rules, as a package
-# would lay the files out; sets CIMOM_MODULE_DIR (the installed provider
-# directory) and CIMOM_ZEDA_CIM (the installed zeda-cim).
+# would lay the files out; then cimom_use_install PREFIX.
 cimom_install_module() {
-  local build="$1" prefix="$2" found
+  local build="$1" prefix="$2"
   [ -f "$build/CMakeCache.txt" ] || zeda_die "$build is not a build directory"
   cmake --install "$build" --prefix "$prefix" >/dev/null
+  cimom_use_install "$prefix"
+}
+
+# cimom_use_install PREFIX: the module installed below PREFIX; sets
+# CIMOM_MODULE_DIR (the installed provider directory), CIMOM_ZEDA_CIM and
+# CIMOM_ZEDA_REGISTER (the installed tools).
+cimom_use_install() {
+  local prefix="$1" found
+  [ -d "$prefix" ] || zeda_die "install directory $prefix does not exist (cimom_install_module BUILD $prefix first)"
+  prefix=$(cd "$prefix" && pwd)
   found=$(find "$prefix" -name libZEDA_DiskDriveLite.so -printf '%h\n' | head -n 1)
-  [ -n "$found" ] || zeda_die "cmake --install put no libZEDA_DiskDriveLite.so below $prefix"
+  [ -n "$found" ] || zeda_die "no libZEDA_DiskDriveLite.so installed below $prefix"
   [ -f "$found/libPelkaUtility.so" ] || zeda_die "libPelkaUtility.so is not next to the module in $found"
   CIMOM_MODULE_DIR="$found"
   CIMOM_ZEDA_CIM="$prefix/bin/zeda-cim"
   CIMOM_ZEDA_REGISTER="$prefix/bin/zeda-register"
   [ -x "$CIMOM_ZEDA_CIM" ] && [ -x "$CIMOM_ZEDA_REGISTER" ] \
-    || zeda_die "cmake --install put no bin/zeda-cim and bin/zeda-register below $prefix"
+    || zeda_die "no bin/zeda-cim and bin/zeda-register installed below $prefix"
 }
 
 cimom_check_name() {
