@@ -32,8 +32,7 @@ CMPIStatus release(CMPIArray* a) { return releaseFace<ArrayObj>(a); }
 
 // Types whose values are objects of the provider's: kept by setElementAt.
 bool isEncapsulated(CMPIType type) {
-  return type == CMPI_string || type == CMPI_ref || type == CMPI_instance ||
-         type == CMPI_dateTime;
+  return type == CMPI_string || type == CMPI_ref || type == CMPI_instance || type == CMPI_dateTime;
 }
 
 CMPIData keptData(const CMPIValue& value, CMPIType type) {

@@ -281,8 +281,7 @@ TEST_F(BrokerObjects, ArrayElementsAreKeptByPointerNotCopied) {
   if (kUnderAddressSanitizer) {
     EXPECT_DEATH(ci->ft->setProperty(ci, "Late", &array, CMPI_stringA), kLateUseReport);
   } else {
-    EXPECT_EQ(ci->ft->setProperty(ci, "Late", &array, CMPI_stringA).rc,
-              CMPI_RC_ERR_INVALID_HANDLE);
+    EXPECT_EQ(ci->ft->setProperty(ci, "Late", &array, CMPI_stringA).rc, CMPI_RC_ERR_INVALID_HANDLE);
   }
   // What setProperty copied before the release stays.
   EXPECT_EQ(readInstance(ci).property("Kept"), Value::strings({"kept", "copied"}));

@@ -34,9 +34,9 @@ class CmpiOwner {
   static CmpiOwner of(const Enc* enc) {
     CmpiOwner owner;
     if (enc != nullptr) {
-      owner.ref_ = std::shared_ptr<const void>(static_cast<const void*>(enc),
-                                               Releaser{&release<Enc>},
-                                               cmpi_detail::OwnerBlockAllocator<char>());
+      owner.ref_ =
+          std::shared_ptr<const void>(static_cast<const void*>(enc), Releaser{&release<Enc>},
+                                      cmpi_detail::OwnerBlockAllocator<char>());
     }
     return owner;
   }
