@@ -2,12 +2,14 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <mutex>
 #include <set>
 #include <stdexcept>
 
 #include <nlohmann/json.hpp>
 
 #include "Basics.h"
+#include "platform/Inventory.h"
 
 namespace zeda::pelka::platform {
 
@@ -123,6 +125,23 @@ bool LinuxSourceConfig::operator==(const LinuxSourceConfig& other) const {
          smartTtl == other.smartTtl && smartTimeout == other.smartTimeout;
 }
 
+namespace {
+
+std::mutex machineConfigMutex;
+std::string machineConfigPath = "/etc/pelka/pelka.json";
+
+std::string MachineConfigPath() {
+  const std::lock_guard<std::mutex> lock(machineConfigMutex);
+  return machineConfigPath;
+}
+
+}  // namespace
+
+void UseMachineConfigFile(std::string path) {
+  const std::lock_guard<std::mutex> lock(machineConfigMutex);
+  machineConfigPath = std::move(path);
+}
+
 ConfigFileName ConfigFilePath() {
   const char* named = std::getenv("PELKA_CONFIG");
   if (named != nullptr && *named != '\0') return ConfigFileName{named, true};
@@ -130,7 +149,7 @@ ConfigFileName ConfigFilePath() {
   // configuration: tests and `zeda-cim --inventory` keep serving their file.
   const char* inventory = std::getenv("PELKA_INVENTORY");
   if (inventory != nullptr && *inventory != '\0') return ConfigFileName{"", false};
-  return ConfigFileName{"/etc/pelka/pelka.json", false};
+  return ConfigFileName{MachineConfigPath(), false};
 }
 
 Config ParseConfig(const std::string& jsonText, const std::string& fileName) {

@@ -43,7 +43,8 @@ struct Config {
 };
 
 // The configuration file in use: PELKA_CONFIG when set, else none when
-// PELKA_INVENTORY is set (empty path), else /etc/pelka/pelka.json. `named`
+// PELKA_INVENTORY is set (empty path), else the machine's file
+// (/etc/pelka/pelka.json, see UseMachineConfigFile). `named`
 // tells which (a missing file named by PELKA_CONFIG is an error; a missing
 // default file means "no configuration").
 struct ConfigFileName {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <stdexcept>
 #include <string>
 
@@ -226,6 +227,25 @@ TEST_F(InMemory, EveryDiskOfALargeNasIsFound) {
   EXPECT_EQ(Thrown([&] { other.GetDiskIdentity("d:"); }), "Disk not found: d:");
   // A health key is not an identifier.
   EXPECT_EQ(Thrown([&] { orvi.GetDiskIdentity("D1"); }), "Disk not found: D1");
+}
+
+// Without PELKA_CONFIG and PELKA_INVENTORY the machine's configuration file
+// is read (here one of the test's own, named in place of /etc/pelka/pelka.json).
+TEST(ProgramData, TheMachinesConfigurationFileIsReadWhenNothingElseIsNamed) {
+  const TempDir dir;
+  const std::string machineFile = dir.file("pelka.json");
+  {
+    std::ofstream(machineFile) << R"({"programData": ")" << dir.file("data")
+                               << R"(", "sources": [{"type": "file", "path": ")"
+                               << dir.file("inv.json") << R"("}]})";
+  }
+  const ScopedEnv noConfig("PELKA_CONFIG", "");
+  const ScopedEnv noData("PELKA_PROGRAM_DATA", "");
+  const ScopedEnv noFile("PELKA_INVENTORY", "");
+  platform::UseMachineConfigFile(machineFile);
+  EXPECT_EQ(util::GetProgramDataPath(), dir.file("data"));
+  platform::UseMachineConfigFile(dir.file("absent.json"));
+  EXPECT_EQ(util::GetProgramDataPath(), "/var/lib/pelka");
 }
 
 TEST(ProgramData, PathComesFromTheEnvironment) {

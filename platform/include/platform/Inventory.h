@@ -62,6 +62,12 @@ Inventory LoadInventoryFile(const std::string& path);
 // Serves `inventory` instead of the file until UseFileInventory() is called.
 void UseInMemoryInventory(Inventory inventory);
 
+// The machine's configuration file, read when neither PELKA_CONFIG nor
+// PELKA_INVENTORY names what to serve: /etc/pelka/pelka.json unless a test
+// names another, so that the configuration of the machine it runs on (where
+// the package is installed) cannot change what it sees.
+void UseMachineConfigFile(std::string path);
+
 // Serves the inventory file again; it is read at the next call.
 void UseFileInventory();
 
