@@ -7,12 +7,17 @@ namespace zeda::host::detail {
 ArrayObj::ArrayObj(Broker& b, CMPIType type, std::vector<Value> elems)
     : Enc(b, &b.tables().array),
       elementType(storedType(static_cast<CMPIType>(type & ~CMPI_ARRAY))),
-      elements(std::move(elems)),
-      kept(elements.size()) {}
+      elements(std::move(elems)) {}
 
 Value ArrayObj::element(std::size_t i) const {
-  if (!kept[i]) return elements[i];
-  return toValue(&kept[i]->value, kept[i]->type);
+  const CMPIData* object = keptAt(i);
+  return object == nullptr ? elements[i] : toValue(&object->value, object->type);
+}
+
+void ArrayObj::keep(std::size_t i, std::optional<CMPIData> data) {
+  if (!data && kept.empty()) return;
+  kept.resize(elements.size());
+  kept[i] = data;
 }
 
 std::vector<Value> ArrayObj::values() const {
@@ -74,9 +79,9 @@ CMPIData getElementAt(const CMPIArray* a, CMPICount index, CMPIStatus* rc) {
     ArrayObj* o = unwrap<ArrayObj>(a);
     if (o == nullptr) throw RcError(CMPI_RC_ERR_INVALID_HANDLE);
     if (index >= o->elements.size()) throw RcError(CMPI_RC_ERR_NO_SUCH_PROPERTY);
-    if (o->kept[index]) {  // the object itself, as it was given
+    if (const CMPIData* object = o->keptAt(index)) {  // the object itself, as it was given
       setStatus(rc, CMPI_RC_OK);
-      return *o->kept[index];
+      return *object;
     }
     CMPIData d = toData(o->broker(), o->elements[index]);
     if (d.type == CMPI_null) d.type = o->elementType;
@@ -90,7 +95,7 @@ CMPIStatus setElementAt(CMPIArray* a, CMPICount index, const CMPIValue* value, C
     ArrayObj* o = unwrap<ArrayObj>(a);
     if (o == nullptr) return status(CMPI_RC_ERR_INVALID_HANDLE);
     if (index >= o->elements.size()) return status(CMPI_RC_ERR_NO_SUCH_PROPERTY);
-    o->kept[index].reset();
+    o->keep(index, std::nullopt);
     if (type == CMPI_null) {
       o->elements[index] = Value::null(o->elementType);
       return status(CMPI_RC_OK);
@@ -98,7 +103,7 @@ CMPIStatus setElementAt(CMPIArray* a, CMPICount index, const CMPIValue* value, C
     if (storedType(type) != o->elementType) return status(CMPI_RC_ERR_TYPE_MISMATCH);
     Value given = toValue(value, type);  // checks the handle of an object
     if (value != nullptr && isEncapsulated(type)) {
-      o->kept[index] = keptData(*value, type);
+      o->keep(index, keptData(*value, type));
       given = Value::null(o->elementType);
     }
     o->elements[index] = std::move(given);

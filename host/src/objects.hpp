@@ -43,6 +43,12 @@ class ArrayObj : public Enc<CMPIArray> {
   Value element(std::size_t i) const;
   // Every element as a value, kept objects read now.
   std::vector<Value> values() const;
+  // The object kept at i, or null when element i is a value.
+  const CMPIData* keptAt(std::size_t i) const {
+    return i < kept.size() && kept[i] ? &*kept[i] : nullptr;
+  }
+  // Keeps `data` at i; forgets what was kept there when it is null.
+  void keep(std::size_t i, std::optional<CMPIData> data);
 
   CMPIType elementType;  // scalar code, CMPI_chars folded into CMPI_string
   std::vector<Value> elements;
@@ -50,7 +56,8 @@ class ArrayObj : public Enc<CMPIArray> {
   // setElementAt is kept, not copied: OpenPegasus keeps the pointer and reads
   // it only when the array is used, so a provider that releases the object
   // before that reads freed memory, here as there. kept[i] holds the object
-  // set at i (elements[i] is then a null placeholder).
+  // set at i (elements[i] is then a null placeholder); the list stays empty
+  // until an object is set, so arrays of values cost nothing more.
   std::vector<std::optional<CMPIData>> kept;
 };
 

@@ -31,3 +31,22 @@ class OneLineParser(argparse.ArgumentParser):
 
     def error(self, message):
         die(f"{message} (--help shows the usage)", 2)
+
+
+def quote_value(value, escape_backslash=True):
+    """A key value in the untyped WBEM URI form: quoted, `"` (and `\\`) escaped."""
+    text = str(value)
+    if escape_backslash:
+        text = text.replace("\\", "\\\\")
+    return '"' + text.replace('"', '\\"') + '"'
+
+
+def load_pywbem(directory):
+    """The pywbem package of the unpacked client archive in `directory`."""
+    sys.path.insert(0, directory)
+    try:
+        import pywbem  # noqa: E402  (from the unpacked archive)
+    except ImportError as e:
+        die(f"cannot import pywbem from {directory}: {e}")
+    return pywbem
+

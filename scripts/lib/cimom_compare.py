@@ -42,7 +42,8 @@ import sys
 import time
 import xml.etree.ElementTree as ET
 
-from cimom_common import ASSOCIATIONS, ELEMENTS, MODULE_LIBRARY, NO_PROVIDER, WALK_ONLY  # noqa: E402
+from cimom_common import (ASSOCIATIONS, ELEMENTS, MODULE_LIBRARY, NO_PROVIDER,  # noqa: E402
+                          WALK_ONLY, load_pywbem, quote_value)
 
 # ---------------------------------------------------------------------------
 # The object managers' own documented behaviour: each difference an answer
@@ -317,13 +318,6 @@ def pywbem_items(pywbem, results):
 # ---------------------------------------------------------------------------
 
 
-def quote_value(value, escape_backslash=True):
-    text = str(value)
-    if escape_backslash:
-        text = text.replace("\\", "\\\\")
-    return '"' + text.replace('"', '\\"') + '"'
-
-
 class Request:
     """One operation: op in ei ein gi ai ain ri rin; target a class or
     (class, [(key, value)]); assoc the association class; props the
@@ -497,9 +491,7 @@ class Comparer:
                     self.zeda_env[name] = value
         if args.zeda_data:
             self.zeda_env["PELKA_PROGRAM_DATA"] = args.zeda_data
-        sys.path.insert(0, args.pywbem)
-        import pywbem  # noqa: E402  (from the unpacked archive)
-        self.pywbem = pywbem
+        self.pywbem = load_pywbem(args.pywbem)
         self.conn = None
         self.reconnects = 0
         self.connect()

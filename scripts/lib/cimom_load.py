@@ -56,7 +56,8 @@ import time
 import traceback
 
 from cimom_common import (ALL_CLASSES, ASSOCIATIONS, ELEMENTS, NAMESPACE,  # noqa: E402
-                          NO_PROVIDER, WALK_ONLY, OneLineParser, die)
+                          NO_PROVIDER, WALK_ONLY, OneLineParser, die, load_pywbem,
+                          quote_value)
 OPERATIONS = ["ei", "ein", "gi", "ai", "ain", "ri", "rin"]
 
 # How each object manager presents what the module answers. Each rule maps a
@@ -113,11 +114,9 @@ class Fatal(Exception):
 
 
 def path_text(cls, keys):
-    def quote(v):
-        return '"' + str(v).replace("\\", "\\\\").replace('"', '\\"') + '"'
     if keys is None:
         return cls
-    return cls + "." + ",".join(f"{k}={quote(v)}" for k, v in keys)
+    return cls + "." + ",".join(f"{k}={quote_value(v)}" for k, v in keys)
 
 
 def label(req):
@@ -307,15 +306,6 @@ def run_parallel(zeda_a, zeda_b, reqs, jobs):
 
 # --------------------------------------------------------------------------
 # Clients
-
-
-def load_pywbem(directory):
-    sys.path.insert(0, directory)
-    try:
-        import pywbem  # noqa: E402  (from the unpacked archive)
-    except ImportError as e:
-        die(f"cannot import pywbem from {directory}: {e}")
-    return pywbem
 
 
 def ask(pywbem, conn, req):

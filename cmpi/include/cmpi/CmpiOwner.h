@@ -41,9 +41,6 @@ class CmpiOwner {
     return owner;
   }
 
-  // True while some owner will release the object.
-  bool ownsObject() const;
-
   // Leaves the object to the object manager, which may keep it: neither
   // this owner nor any copy of it releases it; the object manager frees it
   // when the provider call ends.
