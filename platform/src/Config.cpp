@@ -83,9 +83,24 @@ LinuxSourceConfig ParseLinuxSource(const json& source, const std::string& place)
   return machine;
 }
 
+// The Redfish service's section (zeda-redfishd reads it; redfish/src/RedfishConfig.h
+// has its meaning): the library checks its shape so that one file serves both.
+void CheckRedfishSection(const json& section) {
+  Object(section, "redfish");
+  RefuseUnknownMembers(section, "redfish",
+                       {"listen", "certificate", "key", "accounts", "requestsPerSecond"});
+  for (const char* member : {"listen", "certificate", "key", "accounts"}) {
+    if (section.contains(member)) Text(section.at(member), std::string("redfish.") + member);
+  }
+  if (section.contains("requestsPerSecond") && !section.at("requestsPerSecond").is_number()) {
+    Fail("redfish.requestsPerSecond", "expected a number");
+  }
+}
+
 Config ParseDocument(const json& document) {
   Object(document, "(document)");
-  RefuseUnknownMembers(document, "(document)", {"programData", "sources"});
+  RefuseUnknownMembers(document, "(document)", {"programData", "sources", "redfish"});
+  if (document.contains("redfish")) CheckRedfishSection(document.at("redfish"));
   Config config;
   if (document.contains("programData")) {
     config.programData = Text(document.at("programData"), "programData");
