@@ -97,14 +97,35 @@ void CheckRedfishSection(const json& section) {
   }
 }
 
+LogsConfig ParseLogs(const json& section) {
+  Object(section, "logs");
+  RefuseUnknownMembers(section, "logs", {"keepDays"});
+  LogsConfig logs;
+  if (section.contains("keepDays")) {
+    const json& days = section.at("keepDays");
+    const std::string place = "logs.keepDays";
+    if (!days.is_number_integer()) Fail(place, "expected a whole number of days");
+    // Negative numbers are read as signed, all others as unsigned.
+    if (!days.is_number_unsigned() || days.get<unsigned long long>() < 1) {
+      Fail(place, "must be at least 1");
+    }
+    if (days.get<unsigned long long>() > static_cast<unsigned long long>(kMaxKeepDays)) {
+      Fail(place, "must be at most " + std::to_string(kMaxKeepDays) + " (ten years)");
+    }
+    logs.keepDays = days.get<int>();
+  }
+  return logs;
+}
+
 Config ParseDocument(const json& document) {
   Object(document, "(document)");
-  RefuseUnknownMembers(document, "(document)", {"programData", "sources", "redfish"});
+  RefuseUnknownMembers(document, "(document)", {"programData", "sources", "redfish", "logs"});
   if (document.contains("redfish")) CheckRedfishSection(document.at("redfish"));
   Config config;
   if (document.contains("programData")) {
     config.programData = Text(document.at("programData"), "programData");
   }
+  if (document.contains("logs")) config.logs = ParseLogs(document.at("logs"));
   if (!document.contains("sources")) Fail("(document)", "\"sources\" is missing");
   const json& sources = document.at("sources");
   if (!sources.is_array()) Fail("sources", "expected an array");

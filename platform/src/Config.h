@@ -4,10 +4,13 @@
 // {"programData": "/var/lib/pelka",
 //  "sources": [{"type": "file", "path": "/var/lib/pelka/inventory.json"},
 //              {"type": "linux", "nas": "nas-a", "smartTtlSeconds": 300,
-//               "smartTimeoutSeconds": 5}]}
+//               "smartTimeoutSeconds": 5}],
+//  "logs": {"keepDays": 7}}
 //
 // A "file" source serves every NAS of an inventory file; a "linux" source
 // serves the machine the library runs on as one NAS (see LinuxSource.h).
+// "logs" says how long the log files of earlier processes are kept (see
+// LogRetention.h).
 #pragma once
 
 #include <chrono>
@@ -37,9 +40,18 @@ struct SourceConfig {
   std::optional<LinuxSourceConfig> linuxSource;
 };
 
+// The log files: those last written more than keepDays ago are removed when
+// logging starts in a process. A whole number of days, 1 to kMaxKeepDays.
+inline constexpr int kDefaultKeepDays = 7;
+inline constexpr int kMaxKeepDays = 3650;
+struct LogsConfig {
+  int keepDays = kDefaultKeepDays;
+};
+
 struct Config {
   std::optional<std::string> programData;
   std::vector<SourceConfig> sources;
+  LogsConfig logs;
 };
 
 // The configuration file in use: PELKA_CONFIG when set, else none when

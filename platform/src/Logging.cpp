@@ -1,7 +1,8 @@
 // Logging start-up of the NAS API client library: glog with the given program
-// name, its files in the given directory.
+// name, its ERROR file in the given directory, the old files removed.
 #include "inventory/Logging.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <mutex>
@@ -10,6 +11,7 @@
 #include <glog/logging.h>
 
 #include "Basics.h"
+#include "LogRetention.h"
 
 namespace zeda::Logging {
 
@@ -46,6 +48,31 @@ void RedirectErrors(const std::string& programName, const std::string& directory
   google::SetLogSymlink(google::GLOG_ERROR, programName.c_str());
 }
 
+// glog writes each line into the file of its severity and into those of every
+// lower severity, so one ERROR line would land in an INFO, a WARNING and an
+// ERROR file. Only the ERROR file is kept: INFO, WARNING and FATAL get none
+// (a FATAL line still reaches the ERROR file). glog opens a file at its first
+// line, so a process that logs nothing leaves no file.
+void KeepOnlyTheErrorFile() {
+  for (const google::LogSeverity severity :
+       {google::GLOG_INFO, google::GLOG_WARNING, google::GLOG_FATAL}) {
+    google::SetLogDestination(severity, "");
+  }
+}
+
+// Removes the files that earlier processes left in `directory` once they are
+// older than the configuration keeps them; one ERROR line per file that stays.
+void RemoveOldFiles(const std::string& programName, const std::string& directory) {
+  std::error_code ignored;  // glog reports a directory it cannot write to
+  if (directory.empty() || !std::filesystem::is_directory(directory, ignored)) return;
+  const auto keep = std::chrono::hours(24) * pelka::platform::ConfiguredKeepDays();
+  const auto cutoff = std::filesystem::file_time_type::clock::now() - keep;
+  for (const std::string& problem :
+       pelka::platform::RemoveOldLogFiles(directory, programName, cutoff)) {
+    LOG(ERROR) << problem;
+  }
+}
+
 }  // namespace
 
 void Initialize(const char* programName, const char* logDirectory) {
@@ -64,7 +91,9 @@ void Initialize(const char* programName, const char* logDirectory) {
     state.done = true;
     state.programName = program;
     if (google::IsGoogleLoggingInitialized()) {
+      // The host's own files stay as the host chose them.
       if (!directory.empty()) RedirectErrors(program, directory);
+      RemoveOldFiles(program, directory);
       return;
     }
     if (!directory.empty()) FLAGS_log_dir = directory;
@@ -75,6 +104,8 @@ void Initialize(const char* programName, const char* logDirectory) {
       FLAGS_stderrthreshold = google::NUM_SEVERITIES;
     }
     google::InitGoogleLogging(state.programName.c_str());
+    KeepOnlyTheErrorFile();
+    RemoveOldFiles(program, directory);
   } catch (...) {
     // Logging must never take the host down; without it the host runs on.
   }
