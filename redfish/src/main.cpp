@@ -1,0 +1,181 @@
+// zeda-redfishd --config FILE
+//
+// The read-only Redfish/Swordfish service over the NAS disks of the product's
+// configuration file (default /etc/pelka/pelka.json): HTTPS only, HTTP Basic
+// and session logins against the accounts file of zeda-redfish-user. Logs go
+// to standard error. SIGTERM or SIGINT stop it after the requests in flight
+// (at most kStopGrace). Exit status: 0 stopped, 1 could not start (listen,
+// certificate, accounts), 2 bad usage or bad configuration.
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <glog/logging.h>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/signal_set.hpp>
+#include <boost/asio/steady_timer.hpp>
+
+#include "AccountStore.h"
+#include "Handler.h"
+#include "RedfishConfig.h"
+#include "Resources.h"
+#include "Server.h"
+#include "Sessions.h"
+#include "TlsSetup.h"
+#include "inventory/Library.h"
+
+namespace {
+
+namespace net = boost::asio;
+using namespace zeda::redfish;
+
+constexpr int kCannotStart = 1;
+constexpr int kBadUsage = 2;
+constexpr char kDefaultConfig[] = "/etc/pelka/pelka.json";
+constexpr char kUsage[] = "usage: zeda-redfishd [--config FILE]";
+
+int Refuse(int status, const std::string& problem) {
+  std::cerr << "zeda-redfishd: " << problem << "\n";
+  return status;
+}
+
+std::string HostName() {
+  char name[256] = {};
+  if (::gethostname(name, sizeof name - 1) != 0 || name[0] == '\0') return "localhost";
+  return name;
+}
+
+// The configuration file named on the command line; empty with `problem` set
+// when the arguments are bad.
+std::string ConfigArgument(int argc, char** argv, std::string& problem) {
+  std::string path = kDefaultConfig;
+  for (int i = 1; i < argc; ++i) {
+    const std::string arg = argv[i];
+    if (arg == "--config" && i + 1 < argc) {
+      path = argv[++i];
+    } else if (arg.rfind("--config=", 0) == 0) {
+      path = arg.substr(9);
+    } else if (arg == "--config") {
+      problem = "--config needs a FILE";
+    } else {
+      problem = "unknown argument \"" + arg + "\"";
+    }
+    if (!problem.empty()) return {};
+  }
+  if (path.empty()) problem = "--config needs a FILE";
+  return path;
+}
+
+// Stops `io` once no request is being answered, or after kStopGrace.
+void StopWhenQuiet(net::io_context& io, ServerState& state,
+                   std::chrono::steady_clock::time_point deadline) {
+  if (state.busy == 0 || std::chrono::steady_clock::now() >= deadline) {
+    io.stop();
+    return;
+  }
+  auto timer = std::make_shared<net::steady_timer>(io, std::chrono::milliseconds(20));
+  timer->async_wait([&io, &state, deadline, timer](boost::system::error_code) {
+    StopWhenQuiet(io, state, deadline);
+  });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::string problem;
+  const std::string configPath = ConfigArgument(argc, argv, problem);
+  if (!problem.empty()) return Refuse(kBadUsage, problem + " (" + kUsage + ")");
+
+  FLAGS_logtostderr = true;
+  google::InitGoogleLogging("zeda-redfishd");
+  std::signal(SIGPIPE, SIG_IGN);
+  // The inventory library reads the same file.
+  ::setenv("PELKA_CONFIG", configPath.c_str(), 1);
+
+  RedfishConfig config;
+  try {
+    config = LoadRedfishConfig(configPath);
+  } catch (const std::exception& error) {
+    return Refuse(kBadUsage, error.what());
+  }
+  try {
+    const zeda::pelka::InventoryHold hold;
+    zeda::pelka::GetNasList();
+  } catch (const std::exception& error) {
+    const std::string message = error.what();
+    if (message.rfind("Bad configuration file", 0) == 0) return Refuse(kBadUsage, message);
+    // The inventory may come later (a file not written yet): requests answer
+    // 500 until then.
+    LOG(ERROR) << "Inventory not available: " << message;
+  }
+  if (config.programData.empty()) config.programData = zeda::pelka::util::GetProgramDataPath();
+  if (config.accounts.empty()) config.accounts = config.programData + "/redfish-accounts";
+
+  CertificatePaths certificate{config.certificate, config.key};
+  std::optional<net::ssl::context> tls;
+  try {
+    if (certificate.certificate.empty()) {
+      certificate = SelfSignedPaths(config.programData);
+      if (EnsureSelfSigned(certificate, HostName())) {
+        LOG(INFO) << "Made a self-signed certificate " << certificate.certificate;
+      }
+    }
+    tls.emplace(MakeTlsContext(certificate));
+  } catch (const std::exception& error) {
+    LOG(ERROR) << error.what();
+    return Refuse(kCannotStart, error.what());
+  }
+
+  std::optional<AccountStore> accounts;
+  try {
+    accounts.emplace(config.accounts);
+  } catch (const std::exception& error) {
+    LOG(ERROR) << error.what();
+    return Refuse(kCannotStart, error.what());
+  }
+  if (accounts->Names().empty()) {
+    LOG(WARNING) << "No account in " << config.accounts
+                 << ": add one with zeda-redfish-user --accounts " << config.accounts
+                 << " add NAME";
+  }
+  SessionStore sessions;
+  RateLimiter rateLimiter(config.requestsPerSecond);
+  Services services{*accounts, sessions, [](std::string_view path) { return GetResource(path); },
+                    [] { return ServiceRootBody(); }};
+  net::io_context io;
+  ServerState state{*tls, services, rateLimiter};
+  Server server(io, state);
+  try {
+    server.Listen(config.address, config.port);
+  } catch (const std::exception& error) {
+    const std::string message = "Cannot listen on " + config.address + ":" +
+                                std::to_string(config.port) + ": " + error.what();
+    LOG(ERROR) << message;
+    return Refuse(kCannotStart, message);
+  }
+  server.Start();
+
+  net::signal_set signals(io, SIGTERM, SIGINT);
+  signals.async_wait([&](boost::system::error_code error, int signal) {
+    if (error) return;
+    LOG(INFO) << "Signal " << signal << ": stopping";
+    server.Stop();
+    StopWhenQuiet(io, state, std::chrono::steady_clock::now() + kStopGrace);
+  });
+  LOG(INFO) << "Serving https://" << config.address << ":" << server.Port()
+            << "/redfish/v1 (accounts " << config.accounts << ")";
+
+  const unsigned threads = std::clamp(std::thread::hardware_concurrency(), 1u, 4u);
+  std::vector<std::thread> workers;
+  for (unsigned i = 1; i < threads; ++i) workers.emplace_back([&io] { io.run(); });
+  io.run();
+  for (auto& worker : workers) worker.join();
+  LOG(INFO) << "Stopped";
+  return 0;
+}
