@@ -9,6 +9,8 @@
 
 #include <cmpi/CmpiStatus.h>
 
+#include "inventory/Library.h"
+
 namespace zeda::pelka {
 
 // The line number each operation's failure log line carries. These numbers
@@ -47,9 +49,11 @@ inline constexpr const char kLogSource[] = "pelka_provider";
 CmpiStatus StatusOfCurrentException(const std::string& className, int line) noexcept;
 
 // Runs `operation` (a callable returning CmpiStatus) and returns its status,
-// or the converted status of whatever it throws.
+// or the converted status of whatever it throws. Everything the operation
+// takes from the inventory stays valid until it has ended (InventoryHold).
 template <class Operation>
 CmpiStatus RunGuarded(const std::string& className, int line, Operation&& operation) noexcept {
+  const InventoryHold hold;
   try {
     return operation();
   } catch (...) {

@@ -19,25 +19,88 @@ ConfiguredSources& ConfiguredSources::Instance() {
 }
 
 std::optional<std::string> ConfiguredSources::ProgramData() {
-  const std::lock_guard<std::mutex> lock(mutex_);
+  const std::lock_guard<std::mutex> lock(configMutex_);
   std::string error;
   RefreshConfig(error);
   return config_ ? config_->programData : std::nullopt;
 }
 
+ReadFiles ConfiguredSources::Files() {
+  const std::lock_guard<std::mutex> lock(filesMutex_);
+  return files_;
+}
+
+bool ConfiguredSources::HasLinuxSource() {
+  const std::lock_guard<std::mutex> lock(filesMutex_);
+  return !machines_.empty();
+}
+
+bool ConfiguredSources::SmartAsking() {
+  const std::lock_guard<std::mutex> lock(filesMutex_);
+  for (const auto& machine : machines_) {
+    if (machine->SmartAsking()) return true;
+  }
+  return false;
+}
+
+bool ConfiguredSources::AwaitSmartAnswers(std::chrono::steady_clock::time_point deadline) {
+  std::vector<std::shared_ptr<LinuxSource>> machines;
+  {
+    const std::lock_guard<std::mutex> lock(filesMutex_);
+    machines = machines_;
+  }
+  std::vector<LinuxSource*> asking;
+  for (const auto& machine : machines) {
+    if (machine->SmartAsking()) asking.push_back(machine.get());
+  }
+  if (asking.empty()) return false;
+  // Each machine in turn for its share, so that none waits on another.
+  const auto share = (deadline - std::chrono::steady_clock::now()) / asking.size();
+  bool arrived = false;
+  for (LinuxSource* machine : asking) {
+    arrived = machine->AwaitSmartAnswers(std::chrono::steady_clock::now() + share) || arrived;
+  }
+  return arrived;
+}
+
 ConfiguredRead ConfiguredSources::Read() {
-  const std::lock_guard<std::mutex> lock(mutex_);
+  const std::lock_guard<std::mutex> round(roundMutex_);
   ConfiguredRead read;
-  read.configured = RefreshConfig(read.error);
-  if (!read.configured || !config_) return read;
+  std::vector<std::shared_ptr<Source>> sources;
+  ReadFiles files;
+  bool serving = false;  // a configuration is in service
+  {
+    const std::lock_guard<std::mutex> lock(configMutex_);
+    read.configured = RefreshConfig(read.error);
+    files.configPath = ConfigFilePath().path;
+    if (configStamp_) files.stamps.push_back(*configStamp_);
+    serving = read.configured && config_.has_value();
+    if (serving) sources = sources_;
+  }
+  std::vector<std::shared_ptr<LinuxSource>> machines;
+  for (const auto& source : sources) {
+    if (source->machine) machines.push_back(source->machine);
+  }
+  const auto publishFiles = [&] {
+    const std::lock_guard<std::mutex> lock(filesMutex_);
+    files_ = files;
+    machines_ = machines;
+  };
+  if (!serving) {
+    publishFiles();
+    return read;
+  }
   read.error.clear();
   Inventory inventory;
   std::set<std::string> names;
-  for (Source& source : sources_) {
+  for (const auto& sourcePointer : sources) {
+    Source& source = *sourcePointer;
     std::string error;
     const std::optional<std::vector<NasRecord>> nasList = ReadSource(source, error);
+    if (source.fileStamp) files.stamps.push_back(*source.fileStamp);
     if (!nasList) {
       read.error = error;
+      publishFiles();
       return read;
     }
     for (const NasRecord& nas : *nasList) {
@@ -46,6 +109,7 @@ ConfiguredRead ConfiguredSources::Read() {
                      ": duplicate NAS name \"" + nas.name + "\"";
         if (duplicateError_ != read.error) LOG(ERROR) << read.error;
         duplicateError_ = read.error;
+        publishFiles();
         return read;
       }
       inventory.nas.push_back(nas);
@@ -53,6 +117,7 @@ ConfiguredRead ConfiguredSources::Read() {
   }
   duplicateError_.clear();
   read.inventory = std::move(inventory);
+  publishFiles();
   return read;
 }
 
@@ -102,19 +167,22 @@ bool ConfiguredSources::RefreshConfig(std::string& error) {
 }
 
 void ConfiguredSources::Install(Config config) {
-  std::vector<Source> sources;
+  std::vector<std::shared_ptr<Source>> sources;
+  std::set<const LinuxSource*> taken;
   for (const SourceConfig& entry : config.sources) {
-    Source source;
-    source.config = entry;
+    auto source = std::make_shared<Source>();
+    source->config = entry;
     if (entry.linuxSource) {
       // A linux source whose settings did not change keeps its SMART cache.
-      for (Source& old : sources_) {
-        if (old.machine && old.machine->Settings() == *entry.linuxSource) {
-          source.machine = std::move(old.machine);
+      for (const auto& old : sources_) {
+        if (old->machine && old->machine->Settings() == *entry.linuxSource &&
+            taken.insert(old->machine.get()).second) {
+          source->machine = old->machine;
+          source->smartWaited = old->smartWaited;
           break;
         }
       }
-      if (!source.machine) source.machine = std::make_unique<LinuxSource>(*entry.linuxSource);
+      if (!source->machine) source->machine = std::make_shared<LinuxSource>(*entry.linuxSource);
     }
     sources.push_back(std::move(source));
   }
@@ -126,7 +194,12 @@ std::optional<std::vector<NasRecord>> ConfiguredSources::ReadSource(Source& sour
                                                                     std::string& error) {
   try {
     if (source.machine) {
-      source.lastGood = std::vector<NasRecord>{source.machine->Read()};
+      // The first round waits a little for the SMART answers, so that a
+      // process's first answer carries them; later rounds take what has
+      // arrived and never wait.
+      const auto wait = source.smartWaited ? std::chrono::milliseconds(0) : kFirstSmartWait;
+      source.smartWaited = true;
+      source.lastGood = std::vector<NasRecord>{source.machine->Read(wait)};
     } else {
       ReadFileSource(source);
     }

@@ -41,6 +41,33 @@ bool FileStamp::operator==(const FileStamp& other) const {
   return fields(*this) == fields(other);
 }
 
+namespace {
+
+// The stamp of an open file; false with errno set when fstat fails.
+bool StampOpenFile(int fd, FileStamp& stamp, struct stat& status) {
+  if (::fstat(fd, &status) != 0) return false;
+  stamp.exists = true;
+  stamp.device = status.st_dev;
+  stamp.inode = status.st_ino;
+  stamp.size = status.st_size;
+  stamp.modifiedSeconds = status.st_mtim.tv_sec;
+  stamp.modifiedNanoseconds = status.st_mtim.tv_nsec;
+  stamp.changedSeconds = status.st_ctim.tv_sec;
+  stamp.changedNanoseconds = status.st_ctim.tv_nsec;
+  return true;
+}
+
+}  // namespace
+
+FileStamp StampOf(const std::string& path) {
+  FileStamp stamp;
+  stamp.path = path;
+  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  struct stat status {};
+  if (file.get() >= 0 && !StampOpenFile(file.get(), stamp, status)) stamp = FileStamp{path};
+  return stamp;
+}
+
 FileRead ReadFileIfChanged(const std::string& path, const std::optional<FileStamp>& unlessStamp) {
   FileRead read;
   read.stamp.path = path;
@@ -50,18 +77,11 @@ FileRead ReadFileIfChanged(const std::string& path, const std::optional<FileStam
     return read;
   }
   struct stat status {};
-  if (::fstat(file.get(), &status) != 0) {
+  if (!StampOpenFile(file.get(), read.stamp, status)) {
     read.error = Reason(errno);
+    read.stamp = FileStamp{path};
     return read;
   }
-  read.stamp.exists = true;
-  read.stamp.device = status.st_dev;
-  read.stamp.inode = status.st_ino;
-  read.stamp.size = status.st_size;
-  read.stamp.modifiedSeconds = status.st_mtim.tv_sec;
-  read.stamp.modifiedNanoseconds = status.st_mtim.tv_nsec;
-  read.stamp.changedSeconds = status.st_ctim.tv_sec;
-  read.stamp.changedNanoseconds = status.st_ctim.tv_nsec;
   if (S_ISDIR(status.st_mode)) {
     read.error = Reason(EISDIR);
     return read;

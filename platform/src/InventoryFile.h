@@ -37,6 +37,10 @@ struct FileRead {
   std::string text;   // followed by at least kTextSlack bytes of spare capacity
 };
 
+// The stamp of `path` as open() and fstat() see it, without reading it: what
+// ReadFileIfChanged would give as its stamp.
+FileStamp StampOf(const std::string& path);
+
 // The stamp of `path` as open() and fstat() see it, and, unless the stamp
 // equals `unlessStamp`, the text read from the same open file, so that stamp
 // and text always belong together.

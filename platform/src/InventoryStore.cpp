@@ -1,35 +1,89 @@
 #include "InventoryStore.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include <glog/logging.h>
 
+#include "Config.h"
+#include "Holds.h"
 #include "SnapshotGrace.h"
 
 namespace zeda::pelka::platform {
 
-// Every public member takes the mutex and, first, declares the list of
-// expired snapshots that TakeExpired fills: declared before the lock, it is
-// destroyed after the lock is released, so freeing a large snapshot never
-// holds up other look-ups.
+// Every public member declares the list of snapshots to let go of before it
+// takes the mutex and moves leaving_ into it before releasing the mutex, so
+// that freeing a large snapshot never holds up other look-ups.
+
+namespace {
+
+// Moves what is leaving into `expired` when the lock scope ends.
+class LeavingGuard {
+ public:
+  LeavingGuard(std::vector<SnapshotRef>& leaving, std::vector<SnapshotRef>& expired)
+      : leaving_(leaving), expired_(expired) {}
+  ~LeavingGuard() {
+    for (SnapshotRef& snapshot : leaving_) expired_.push_back(std::move(snapshot));
+    leaving_.clear();
+  }
+  LeavingGuard(const LeavingGuard&) = delete;
+  LeavingGuard& operator=(const LeavingGuard&) = delete;
+
+ private:
+  std::vector<SnapshotRef>& leaving_;
+  std::vector<SnapshotRef>& expired_;
+};
+
+}  // namespace
 
 InventoryStore& InventoryStore::Instance() {
   static InventoryStore store;
   return store;
 }
 
-const Snapshot& InventoryStore::Current() {
-  Expired expired;
-  const std::lock_guard<std::mutex> lock(mutex_);
-  expired = TakeExpired();
-  return CurrentLocked();
+InventoryStore::InventoryStore()
+    : refresher_([this](ConfiguredRead read, std::uint64_t resets) {
+        Publish(std::move(read), resets);
+      }) {}
+
+// The refresher stops before any snapshot goes.
+InventoryStore::~InventoryStore() { refresher_.Stop(); }
+
+SnapshotRef InventoryStore::Make(Inventory inventory) {
+  // The deleter forgets the snapshot's NAS API objects first; the store
+  // outlives every snapshot (its refresher stops first, holds end with
+  // their threads).
+  SnapshotRef snapshot(new Snapshot(std::move(inventory)), [this](const Snapshot* gone) {
+    RemoveOrvis(*gone);
+    delete gone;
+    --live_;
+  });
+  ++live_;
+  AddOrvis(*snapshot);
+  return snapshot;
 }
 
+SnapshotRef InventoryStore::Serve() {
+  const bool configured = !inMemory_ && !ConfigFilePath().path.empty();
+  if (configured) refresher_.Sync();
+  SnapshotRef snapshot;
+  {
+    Expired expired;
+    const std::lock_guard<std::mutex> lock(mutex_);
+    const LeavingGuard leaving(leaving_, expired);
+    expired = TakeExpired();
+    snapshot = CurrentLocked();
+    if (!HoldsOpen()) currentHandedOutUnheld_ = true;
+  }
+  PinToHold(snapshot);
+  return snapshot;
+}
+
+const Snapshot& InventoryStore::Current() { return *Serve(); }
+
 const Nas& InventoryStore::Find(const std::string& name) {
-  Expired expired;
-  const std::lock_guard<std::mutex> lock(mutex_);
-  expired = TakeExpired();
-  const Nas* nas = CurrentLocked().Find(name);
+  const SnapshotRef snapshot = Serve();
+  const Nas* nas = snapshot->Find(name);
   if (nas == nullptr) {
     throw std::runtime_error("NAS not found: " + name);
   }
@@ -37,37 +91,41 @@ const Nas& InventoryStore::Find(const std::string& name) {
 }
 
 zeda::orvi::Orvi& InventoryStore::OrviOf(const Nas& nas) {
-  Expired expired;
-  const std::lock_guard<std::mutex> lock(mutex_);
-  expired = TakeExpired();
-  const auto it = orviByNas_.find(&nas);
-  if (it != orviByNas_.end()) {
-    return *it->second;
+  {
+    const std::lock_guard<std::mutex> lock(orviMutex_);
+    const auto it = orviByNas_.find(&nas);
+    if (it != orviByNas_.end()) return *it->second;
   }
-  const Snapshot& snapshot = CurrentLocked();
-  const Nas* same = snapshot.Find(nas.name);
+  const SnapshotRef snapshot = Serve();
+  const Nas* same = snapshot->Find(nas.name);
   if (same == nullptr) {
     throw std::runtime_error("NAS not found: " + nas.name);
   }
-  return *snapshot.Orvis().at(same);
+  return *snapshot->Orvis().at(same);
 }
 
 void InventoryStore::UseInMemory(Inventory inventory) {
+  SnapshotRef snapshot = Make(std::move(inventory));
   Expired expired;
   const std::lock_guard<std::mutex> lock(mutex_);
+  const LeavingGuard leaving(leaving_, expired);
   expired = TakeExpired();
   inMemory_ = true;
-  Install(std::move(inventory));
+  Install(std::move(snapshot));
 }
 
 void InventoryStore::UseFile() {
   Expired expired;
   const std::lock_guard<std::mutex> lock(mutex_);
+  const LeavingGuard leaving(leaving_, expired);
   expired = TakeExpired();
   inMemory_ = false;
   Retire();
   fileStamp_.reset();
   fileError_.clear();
+  configured_ = false;
+  configuredError_.clear();
+  resets_ = refresher_.Reset();
 }
 
 std::uint64_t InventoryStore::ParseCount() {
@@ -81,21 +139,52 @@ void InventoryStore::ForgetFileState() {
 }
 
 std::size_t InventoryStore::SnapshotCount() {
-  Expired expired;
-  const std::lock_guard<std::mutex> lock(mutex_);
-  expired = TakeExpired();
-  return retired_.size() + (current_ ? 1 : 0);
+  {
+    Expired expired;
+    const std::lock_guard<std::mutex> lock(mutex_);
+    const LeavingGuard leaving(leaving_, expired);
+    expired = TakeExpired();
+  }
+  return live_.load();
 }
 
-const Snapshot& InventoryStore::CurrentLocked() {
-  if (!inMemory_ && !RefreshFromConfiguration()) {
-    RefreshFromFile();
+void InventoryStore::Publish(ConfiguredRead read, std::uint64_t resets) {
+  SnapshotRef current;
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (resets != resets_ || inMemory_) return;  // read before the store was reset
+    current = current_;
+  }
+  // Building the snapshot (and comparing) happens outside the lock.
+  SnapshotRef fresh;
+  if (read.configured && read.inventory &&
+      (current == nullptr || current->Records() != *read.inventory)) {
+    fresh = Make(std::move(*read.inventory));
+  }
+  Expired expired;
+  const std::lock_guard<std::mutex> lock(mutex_);
+  const LeavingGuard leaving(leaving_, expired);
+  if (resets != resets_ || inMemory_) return;
+  configured_ = read.configured;
+  configuredError_ = read.error;
+  // Leaving the configuration later must read the inventory file afresh.
+  if (configured_) fileStamp_.reset();
+  if (fresh && current_ == current) Install(std::move(fresh));
+}
+
+SnapshotRef InventoryStore::CurrentLocked() {
+  if (!inMemory_) {
+    if (ConfigFilePath().path.empty() || !configured_) {
+      RefreshFromFile();
+    } else if (current_ == nullptr) {
+      throw std::runtime_error(configuredError_);
+    }
   }
   if (!current_) {
     // Only reachable in file mode: the file has never been read successfully.
     throw std::runtime_error(fileError_);
   }
-  return *current_;
+  return current_;
 }
 
 void InventoryStore::RefreshFromFile() {
@@ -113,7 +202,7 @@ void InventoryStore::RefreshFromFile() {
     try {
       Inventory inventory = ParseInventory(read.text, path);
       if (!current_ || current_->Records() != inventory) {
-        Install(std::move(inventory));
+        Install(Make(std::move(inventory)));
       }
     } catch (const std::exception& error) {
       // ParseInventory words every refusal as one message; any other
@@ -126,37 +215,32 @@ void InventoryStore::RefreshFromFile() {
   }
 }
 
-void InventoryStore::Install(Inventory inventory) {
-  auto snapshot = std::make_unique<const Snapshot>(std::move(inventory));
-  AddOrvis(*snapshot);
-  try {
-    Retire();
-  } catch (...) {
-    RemoveOrvis(*snapshot);
-    throw;
-  }
+void InventoryStore::Install(SnapshotRef snapshot) {
+  Retire();
   current_ = std::move(snapshot);
+  currentHandedOutUnheld_ = false;
 }
 
 void InventoryStore::Retire() {
   if (!current_) return;
-  // The slot first: if it cannot be had, nothing has changed.
-  const auto slot = retired_.emplace(Clock::now() + SnapshotGracePeriod(), nullptr);
-  slot->second = std::move(current_);
+  if (currentHandedOutUnheld_) {
+    retired_.emplace(Clock::now() + SnapshotGracePeriod(), std::move(current_));
+  } else {
+    leaving_.push_back(std::move(current_));
+  }
+  current_.reset();
+  currentHandedOutUnheld_ = false;
 }
 
 void InventoryStore::AddOrvis(const Snapshot& snapshot) {
-  try {
-    for (const auto& [nas, orvi] : snapshot.Orvis()) {
-      orviByNas_.emplace(nas, orvi.get());
-    }
-  } catch (...) {
-    RemoveOrvis(snapshot);
-    throw;
+  const std::lock_guard<std::mutex> lock(orviMutex_);
+  for (const auto& [nas, orvi] : snapshot.Orvis()) {
+    orviByNas_.emplace(nas, orvi.get());
   }
 }
 
 void InventoryStore::RemoveOrvis(const Snapshot& snapshot) {
+  const std::lock_guard<std::mutex> lock(orviMutex_);
   for (const auto& [nas, orvi] : snapshot.Orvis()) {
     orviByNas_.erase(nas);
   }
@@ -167,10 +251,8 @@ InventoryStore::Expired InventoryStore::TakeExpired() {
   if (retired_.empty()) return expired;
   const Clock::time_point now = Clock::now();
   while (!retired_.empty() && retired_.begin()->first <= now) {
-    std::unique_ptr<const Snapshot> snapshot = std::move(retired_.begin()->second);
+    expired.push_back(std::move(retired_.begin()->second));
     retired_.erase(retired_.begin());
-    RemoveOrvis(*snapshot);
-    expired.push_back(std::move(snapshot));
   }
   return expired;
 }

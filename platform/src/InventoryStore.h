@@ -1,21 +1,25 @@
 // The inventory in service and the snapshots served before it that a request
 // may still be using.
 //
-// In file mode each look-up compares the inventory file's stamp with the one
-// last read and parses the file only when it changed. A changed file that
-// cannot be read or parsed leaves the inventory in service untouched and is
-// logged once; with no good inventory yet, the look-up throws its message.
+// Where the inventory comes from:
+//   - configuration mode (a configuration file applies, Config.h): the
+//     Refresher reads the sources on its own thread and hands each outcome to
+//     Publish; a look-up only takes the snapshot in service (after Sync);
+//   - file mode: each look-up compares the inventory file's stamp with the
+//     one last read and parses the file only when it changed;
+//   - in memory: what UseInMemory was given (tests, benchmarks).
+// A source that cannot be read leaves the inventory in service untouched and
+// is logged once; with no good inventory yet, the look-up throws its message.
 //
-// Snapshot lifetime: callers hold Nas&, std::list<Nas>& and Orvi& without
-// telling the library when they are done, so a snapshot cannot be counted
-// free; instead a request is bounded in time. A snapshot taken out of service
-// is kept for a grace period (SnapshotGracePeriod) and freed at the first
-// look-up after it: every request that took references from it took them
-// before it left service, so a request shorter than the grace period never
-// sees it freed. Memory stays bounded by the snapshots superseded within one
-// grace period; identical re-reads reuse the snapshot in service.
+// Snapshot lifetime: a snapshot is shared by the store (while in service) and
+// by every InventoryHold that took references from it (inventory/Library.h);
+// it is freed when the last of them lets go. A look-up made outside any hold
+// cannot say when it is done, so a snapshot handed out that way is kept for a
+// grace period after it left service (SnapshotGracePeriod) and freed at the
+// first look-up after that. Identical re-reads reuse the snapshot in service.
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <map>
@@ -25,10 +29,14 @@
 #include <string>
 #include <vector>
 
+#include "ConfiguredSources.h"
 #include "InventoryFile.h"
+#include "Refresher.h"
 #include "Snapshot.h"
 
 namespace zeda::pelka::platform {
+
+using SnapshotRef = std::shared_ptr<const Snapshot>;
 
 class InventoryStore {
  public:
@@ -49,40 +57,63 @@ class InventoryStore {
   std::uint64_t ParseCount();
   void ForgetFileState();
   std::size_t SnapshotCount();
+  std::uint64_t RefreshRounds() { return refresher_.Rounds(); }
+
+  // The refresher's way in: one round's outcome, read under reset count
+  // `resets` (an outcome of a round older than the last UseFile is dropped).
+  void Publish(ConfiguredRead read, std::uint64_t resets);
 
  private:
   using Clock = std::chrono::steady_clock;
-  using Expired = std::vector<std::unique_ptr<const Snapshot>>;
+  using Expired = std::vector<SnapshotRef>;
 
-  InventoryStore() = default;
+  InventoryStore();
+  ~InventoryStore();
 
+  // The snapshot in service, pinned to the thread's hold (or, without one,
+  // marked as handed out unheld).
+  SnapshotRef Serve();
   // All private members below expect mutex_ to be held.
-  const Snapshot& CurrentLocked();
+  SnapshotRef CurrentLocked();
   void RefreshFromFile();
-  bool RefreshFromConfiguration();  // false when there is no configuration file
-  // Puts `inventory` in service; the one in service before is retired.
-  void Install(Inventory inventory);
-  // Takes the inventory in service out of service, to be freed after the
-  // grace period.
+  // Puts `snapshot` in service; the one in service before is retired.
+  void Install(SnapshotRef snapshot);
+  // Takes the inventory in service out of service: kept for the grace
+  // period when it was handed out outside a hold, else left to its holders.
   void Retire();
-  // Records (or forgets) the NAS API object of every Nas of `snapshot`;
-  // AddOrvis adds all or nothing.
+  // Takes out the retired snapshots whose grace period is over, and those
+  // left to their holders, for the caller to let go of once the mutex is
+  // released.
+  Expired TakeExpired();
+  SnapshotRef Make(Inventory inventory);
+  // The NAS API objects of every snapshot in memory, kept by the snapshots'
+  // deleter.
   void AddOrvis(const Snapshot& snapshot);
   void RemoveOrvis(const Snapshot& snapshot);
-  // Takes out the retired snapshots whose grace period is over, for the
-  // caller to destroy once the mutex is released.
-  Expired TakeExpired();
+
+  // First members: every snapshot below is let go of before them.
+  std::mutex orviMutex_;
+  std::map<const Nas*, zeda::orvi::Orvi*> orviByNas_;  // of every snapshot in memory
+  std::atomic<std::size_t> live_{0};
 
   std::mutex mutex_;
-  std::unique_ptr<const Snapshot> current_;
-  // Snapshots out of service by the time they may be freed; grace periods
-  // may differ (the setting is read at each retirement).
-  std::multimap<Clock::time_point, std::unique_ptr<const Snapshot>> retired_;
-  std::map<const Nas*, zeda::orvi::Orvi*> orviByNas_;  // of current_ and retired_
+  SnapshotRef current_;
+  bool currentHandedOutUnheld_ = false;
+  // Snapshots handed out outside a hold, out of service, by the time they
+  // may be let go of; grace periods may differ (read at each retirement).
+  std::multimap<Clock::time_point, SnapshotRef> retired_;
+  Expired leaving_;  // let go of once the mutex is released
   bool inMemory_ = false;
   std::optional<FileStamp> fileStamp_;  // of the last read attempt
   std::string fileError_;               // its failure, empty when it succeeded
   std::uint64_t parseCount_ = 0;
+  // Configuration mode: the last round's outcome.
+  bool configured_ = false;
+  std::string configuredError_;
+  std::uint64_t resets_ = 0;
+
+  // Last member: its thread stops before anything above goes.
+  Refresher refresher_;
 };
 
 }  // namespace zeda::pelka::platform

@@ -228,14 +228,14 @@ LinuxSource::LinuxSource(LinuxSourceConfig config)
     : config_(std::move(config)),
       smart_(SmartSettings{config_.smartctl, config_.smartTtl, config_.smartTimeout}) {}
 
-NasRecord LinuxSource::Read() {
+NasRecord LinuxSource::Read(std::chrono::milliseconds smartWait) {
   const std::vector<BlockDisk> disks = ScanBlockDisks(config_.root);
   const std::vector<MdArray> arrays = ScanMdArrays(config_.root);
   const std::set<std::string> inUse = DevicesInUse(config_.root);
 
   std::vector<std::string> nodes;
   for (const BlockDisk& disk : disks) nodes.push_back("/dev/" + disk.name);
-  const std::map<std::string, SmartReport> smart = smart_.Reports(nodes);
+  const std::map<std::string, SmartReport> smart = smart_.Reports(nodes, smartWait);
 
   const DiskOfDevice diskOfDevice = DisksOfDevices(disks);
   const std::set<std::size_t> spareDisks = DisksOfMembers(arrays, diskOfDevice, &MdArray::spares);

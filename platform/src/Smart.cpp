@@ -1,6 +1,7 @@
 #include "Smart.h"
 
 #include <sys/stat.h>
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -123,24 +124,45 @@ SmartReport ParseSmartctlOutput(const std::string& output, int exitStatus) {
   return report;
 }
 
+struct SmartCache::Asked {
+  explicit Asked(const std::vector<std::string>& command) : child(command) {}
+  RunningChild child;
+  Clock::time_point deadline;
+};
+
 SmartCache::SmartCache(SmartSettings settings)
     : settings_(std::move(settings)), program_(ResolveProgram(settings_.smartctl)) {}
+
+// Runs still under way are given up with the cache.
+SmartCache::~SmartCache() = default;
 
 std::uint64_t SmartCache::Runs() const {
   const std::lock_guard<std::mutex> lock(mutex_);
   return runs_;
 }
 
+bool SmartCache::Asking() const {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  return !asking_.empty();
+}
+
 std::map<std::string, SmartReport> SmartCache::Reports(
     const std::vector<std::string>& deviceNodes) {
+  return Reports(deviceNodes, settings_.timeout);
+}
+
+std::map<std::string, SmartReport> SmartCache::Reports(const std::vector<std::string>& deviceNodes,
+                                                       std::chrono::milliseconds wait) {
   const std::lock_guard<std::mutex> lock(mutex_);
-  const auto now = std::chrono::steady_clock::now();
-  std::vector<std::string> stale;
+  ReapAbandoned();
+  Collect();
+  const auto now = Clock::now();
   for (const std::string& node : deviceNodes) {
     const Entry& entry = entries_[node];
-    if (!entry.everAsked || now - entry.asked >= settings_.ttl) stale.push_back(node);
+    const bool stale = !entry.everAsked || now - entry.asked >= settings_.ttl;
+    if (stale && asking_.count(node) == 0) Ask(node);
   }
-  if (!stale.empty()) Ask(stale);
+  AwaitLocked(now + std::min(wait, settings_.timeout));
   std::map<std::string, SmartReport> reports;
   for (const std::string& node : deviceNodes) {
     const Entry& entry = entries_.at(node);
@@ -149,51 +171,101 @@ std::map<std::string, SmartReport> SmartCache::Reports(
   return reports;
 }
 
-void SmartCache::Ask(const std::vector<std::string>& nodes) {
-  std::vector<std::vector<std::string>> commands;
-  for (const std::string& node : nodes) {
-    // -n standby: a sleeping disk is not spun up; it keeps its last answer.
-    commands.push_back({program_, "--json=c", "-H", "-i", "-A", "-n", "standby", node});
+bool SmartCache::AwaitAnswers(Clock::time_point deadline) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  if (Collect() != 0) return true;
+  std::vector<RunningChild*> children;
+  for (const auto& [node, asked] : asking_) {
+    children.push_back(&asked->child);
+    deadline = std::min(deadline, asked->deadline);
   }
-  const auto asked = std::chrono::steady_clock::now();
-  const std::vector<ChildOutcome> outcomes = RunAll(commands, settings_.timeout);
-  runs_ += nodes.size();
-  for (std::size_t i = 0; i < nodes.size(); ++i) {
-    const std::string& node = nodes[i];
-    Entry& entry = entries_[node];
-    entry.asked = asked;
-    entry.everAsked = true;
-    const ChildOutcome& outcome = outcomes[i];
-    switch (outcome.end) {
-      case ChildOutcome::End::NotStarted:
-        if (!missingLogged_) {
-          LOG(ERROR) << "Cannot run " << program_ << ": " << std::strerror(outcome.startError)
-                     << " (SMART health stays unknown; install smartmontools)";
-          missingLogged_ = true;
-        }
-        continue;
-      case ChildOutcome::End::TimedOut:
-        LogOnce(node, "no answer within " + std::to_string(settings_.timeout.count()) +
-                          " ms (the last known health stays in service)");
-        continue;
-      case ChildOutcome::End::Signalled:
-        LogOnce(node, "ended by signal " + std::to_string(outcome.exitStatus));
-        continue;
-      case ChildOutcome::End::Exited:
-        break;
+  AwaitAny(children, deadline);
+  return Collect() != 0;
+}
+
+void SmartCache::AwaitLocked(Clock::time_point deadline) {
+  while (!asking_.empty()) {
+    Collect();
+    if (asking_.empty() || Clock::now() >= deadline) return;
+    std::vector<RunningChild*> children;
+    for (const auto& [node, asked] : asking_) children.push_back(&asked->child);
+    AwaitAny(children, deadline);
+  }
+}
+
+void SmartCache::Ask(const std::string& node) {
+  // -n standby: a sleeping disk is not spun up; it keeps its last answer.
+  auto asked = std::make_unique<Asked>(
+      std::vector<std::string>{program_, "--json=c", "-H", "-i", "-A", "-n", "standby", node});
+  const auto now = Clock::now();
+  asked->deadline = now + settings_.timeout;
+  Entry& entry = entries_[node];
+  entry.asked = now;
+  entry.everAsked = true;
+  ++runs_;
+  asking_.emplace(node, std::move(asked));
+}
+
+std::size_t SmartCache::Collect() {
+  std::size_t ended = 0;
+  const auto now = Clock::now();
+  for (auto it = asking_.begin(); it != asking_.end();) {
+    RunningChild& child = it->second->child;
+    if (!child.Poll() && now >= it->second->deadline) child.Abandon();
+    if (!child.Done()) {
+      ++it;
+      continue;
     }
-    missingLogged_ = false;
-    try {
-      SmartReport report = ParseSmartctlOutput(outcome.output, outcome.exitStatus);
-      // With -n standby smartctl leaves a sleeping disk alone and says so.
-      const bool standby = report.verdict == SmartReport::Verdict::NoSmart &&
-                           outcome.output.find("STANDBY") != std::string::npos;
-      if (standby && entry.report) continue;  // asleep: the last answer stands
-      entry.report = std::move(report);
-      lastProblem_.erase(node);
-    } catch (const std::runtime_error& error) {
-      LogOnce(node, error.what());
-    }
+    TakeAnswer(it->first, child.Outcome());
+    it = asking_.erase(it);
+    ++ended;
+  }
+  return ended;
+}
+
+void SmartCache::TakeAnswer(const std::string& node, const ChildOutcome& outcome) {
+  Entry& entry = entries_[node];
+  switch (outcome.end) {
+    case ChildOutcome::End::NotStarted:
+      if (!missingLogged_) {
+        LOG(ERROR) << "Cannot run " << program_ << ": " << std::strerror(outcome.startError)
+                   << " (SMART health stays unknown; install smartmontools)";
+        missingLogged_ = true;
+      }
+      return;
+    case ChildOutcome::End::TimedOut:
+      LogOnce(node, "no answer within " + std::to_string(settings_.timeout.count()) +
+                        " ms (the last known health stays in service)");
+      return;
+    case ChildOutcome::End::Signalled:
+      LogOnce(node, "ended by signal " + std::to_string(outcome.exitStatus));
+      return;
+    case ChildOutcome::End::Lost:
+      LogOnce(node,
+              "its exit status was taken by another part of this process (health unknown; "
+              "the last known health stays in service)");
+      return;
+    case ChildOutcome::End::Exited:
+      break;
+  }
+  missingLogged_ = false;
+  if (outcome.outputCut) {
+    LogOnce(node, "output longer than " + std::to_string(kChildOutputLimit >> 20) +
+                      " MiB (the last known health stays in service)");
+    return;
+  }
+  try {
+    SmartReport report = ParseSmartctlOutput(outcome.output, outcome.exitStatus);
+    // With -n standby smartctl leaves a sleeping disk alone and says so.
+    const bool standby = report.verdict == SmartReport::Verdict::NoSmart &&
+                         outcome.output.find("STANDBY") != std::string::npos;
+    if (standby && entry.report) return;  // asleep: the last answer stands
+    entry.report = std::move(report);
+    lastProblem_.erase(node);
+  } catch (const std::runtime_error& error) {
+    LogOnce(node, error.what());
+  } catch (const std::exception& error) {
+    LogOnce(node, std::string("unreadable smartctl output: ") + error.what());
   }
 }
 

@@ -5,11 +5,14 @@
 #include <chrono>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <set>
 #include <string>
 #include <vector>
+
+#include "ChildProcess.h"
 
 namespace zeda::pelka::platform {
 
@@ -42,16 +45,37 @@ struct SmartSettings {
 
 // The last answer of every disk asked about, refreshed when older than the
 // time to live. Thread safe.
+//
+// smartctl runs are asynchronous: a stale disk is asked once (one smartctl
+// per disk, never two at a time for one disk), and its answer is taken in
+// whenever it arrives; a run still going at the timeout is killed with what
+// it started and given up (ChildProcess.h), never waited for.
 class SmartCache {
  public:
+  using Clock = std::chrono::steady_clock;
+
   explicit SmartCache(SmartSettings settings);
+  ~SmartCache();
+  SmartCache(const SmartCache&) = delete;
+  SmartCache& operator=(const SmartCache&) = delete;
 
   // Reports for device nodes such as /dev/sda (nodes the caller found
-  // itself). Stale or missing ones are asked for with one smartctl per disk,
-  // all at once, waiting no longer than the timeout; a disk that does not
-  // answer in time keeps its last report, or has none. No entry for a node
-  // means its health is unknown.
+  // itself). Takes in the answers that have arrived, asks again for stale or
+  // missing ones, and waits for the answers under way at most `wait` (never
+  // longer than the timeout). A disk that does not answer in time keeps its
+  // last report, or has none. No entry for a node means its health is
+  // unknown.
+  std::map<std::string, SmartReport> Reports(const std::vector<std::string>& deviceNodes,
+                                             std::chrono::milliseconds wait);
+  // The same, waiting up to the timeout.
   std::map<std::string, SmartReport> Reports(const std::vector<std::string>& deviceNodes);
+
+  // Whether runs are under way whose answers have not been taken in.
+  bool Asking() const;
+  // Waits until an answer under way arrives or ends, at most until
+  // `deadline`, and takes it in; true when an answer changed a report or
+  // a run ended.
+  bool AwaitAnswers(Clock::time_point deadline);
 
   // How many smartctl runs were started (for tests and measurements).
   std::uint64_t Runs() const;
@@ -59,11 +83,18 @@ class SmartCache {
  private:
   struct Entry {
     std::optional<SmartReport> report;  // the last good answer
-    std::chrono::steady_clock::time_point asked;
+    Clock::time_point asked;
     bool everAsked = false;
   };
+  struct Asked;  // one run under way
 
-  void Ask(const std::vector<std::string>& nodes);
+  // All below expect mutex_ to be held.
+  void Ask(const std::string& node);
+  // Takes in the runs that have ended and gives up those past the timeout;
+  // returns how many ended.
+  std::size_t Collect();
+  void TakeAnswer(const std::string& node, const ChildOutcome& outcome);
+  void AwaitLocked(Clock::time_point deadline);
   // One ERROR line per distinct problem of a node, until the node answers.
   void LogOnce(const std::string& node, const std::string& problem);
 
@@ -71,6 +102,7 @@ class SmartCache {
   const std::string program_;
   mutable std::mutex mutex_;
   std::map<std::string, Entry> entries_;
+  std::map<std::string, std::unique_ptr<Asked>> asking_;
   std::map<std::string, std::string> lastProblem_;
   bool missingLogged_ = false;
   std::uint64_t runs_ = 0;

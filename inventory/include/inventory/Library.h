@@ -16,6 +16,20 @@ const std::list<Nas>& GetNasList();
 // The NAS API object of `nas`; owned by the library.
 zeda::orvi::Orvi& GetOrvi(const Nas& nas);
 
+// Keeps everything the look-ups of this thread hand out (Nas&, the NAS list,
+// Orvi&) valid until the outermost hold of the thread ends, however often the
+// inventory is replaced meanwhile: an inventory taken out of service is freed
+// when the last hold that read it ends. Open one for the whole of a request
+// and on its thread; holds nest. Look-ups made outside any hold stay valid
+// for a grace period after their inventory left service (PELKA_SNAPSHOT_GRACE_SECONDS).
+class InventoryHold {
+ public:
+  InventoryHold() noexcept;
+  ~InventoryHold();
+  InventoryHold(const InventoryHold&) = delete;
+  InventoryHold& operator=(const InventoryHold&) = delete;
+};
+
 namespace util {
 
 // Same lookup as Nas::Get.

@@ -1,0 +1,113 @@
+#include "Refresher.h"
+
+#include <glog/logging.h>
+
+#include "Config.h"
+#include "InventoryFile.h"
+
+namespace zeda::pelka::platform {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Without a linux source nothing changes unless a file does, which look-ups
+// notice themselves; the refresher then only wakes for them.
+constexpr std::chrono::hours kIdle{1};
+constexpr std::chrono::milliseconds kSmartSlice{50};
+
+}  // namespace
+
+Refresher::Refresher(Publish publish) : publish_(std::move(publish)) {}
+
+Refresher::~Refresher() { Stop(); }
+
+void Refresher::Stop() {
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    stop_ = true;
+  }
+  wake_.notify_all();
+  done_.notify_all();
+  if (thread_.joinable()) thread_.join();
+}
+
+std::uint64_t Refresher::Reset() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  return ++resets_;
+}
+
+std::uint64_t Refresher::Rounds() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  return rounds_;
+}
+
+bool Refresher::FilesChanged() {
+  const ReadFiles files = ConfiguredSources::Instance().Files();
+  if (files.configPath != ConfigFilePath().path) return true;
+  for (const FileStamp& stamp : files.stamps) {
+    if (StampOf(stamp.path) != stamp) return true;
+  }
+  return false;
+}
+
+void Refresher::Sync() {
+  std::unique_lock<std::mutex> lock(mutex_);
+  if (!thread_.joinable()) thread_ = std::thread([this] { Run(); });
+  const bool first = servedResets_ != resets_;
+  if (!first) {
+    lock.unlock();
+    if (!FilesChanged()) return;
+    lock.lock();
+  }
+  const std::uint64_t ticket = ++wanted_;
+  wake_.notify_one();
+  const auto served = [&] { return finished_ >= ticket || stop_; };
+  if (first) {
+    // A round takes as long as reading the sources: nothing in it waits on
+    // a child process beyond kFirstSmartWait.
+    done_.wait(lock, served);
+  } else {
+    done_.wait_for(lock, kChangeWait, served);
+  }
+}
+
+void Refresher::Run() {
+  std::unique_lock<std::mutex> lock(mutex_);
+  while (!stop_) {
+    const std::uint64_t ticket = wanted_;
+    const std::uint64_t resets = resets_;
+    lock.unlock();
+    try {
+      publish_(ConfiguredSources::Instance().Read(), resets);
+    } catch (const std::exception& failure) {
+      // A round that cannot even be handed over leaves the inventory in
+      // service; the next round tries again.
+      LOG(ERROR) << "Inventory refresh failed: " << failure.what();
+    }
+    const bool machine = ConfiguredSources::Instance().HasLinuxSource();
+    lock.lock();
+    ++rounds_;
+    finished_ = std::max(finished_, ticket);
+    servedResets_ = resets;
+    done_.notify_all();
+
+    const Clock::time_point next =
+        Clock::now() + (machine ? Clock::duration(kMachineRescan) : Clock::duration(kIdle));
+    const auto wanted = [&] { return stop_ || wanted_ != finished_ || resets_ != servedResets_; };
+    while (!wanted() && Clock::now() < next) {
+      lock.unlock();
+      // SMART answers under way are waited for in short slices, so that a
+      // look-up's wish for a round is seen soon too.
+      ConfiguredSources& sources = ConfiguredSources::Instance();
+      const bool asking = machine && sources.SmartAsking();
+      const bool arrived =
+          asking && sources.AwaitSmartAnswers(std::min(next, Clock::now() + kSmartSlice));
+      lock.lock();
+      if (arrived) break;
+      if (!asking) wake_.wait_until(lock, next, wanted);
+    }
+  }
+}
+
+}  // namespace zeda::pelka::platform
