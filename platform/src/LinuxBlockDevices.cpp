@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <limits>
+#include <map>
 #include <sstream>
 #include <stdexcept>
 #include <system_error>
 
 #include "Basics.h"
+#include "BoundedFile.h"
 
 namespace zeda::pelka::platform {
 
@@ -15,12 +18,22 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The first line of a sysfs attribute, trimmed; empty when unreadable.
-std::string Attribute(const fs::path& path) {
-  std::ifstream in(path);
-  std::string line;
-  if (!in || !std::getline(in, line)) return "";
-  return Trimmed(line, kAllLineWhitespace);
+// The kernel writes no attribute longer than a page.
+constexpr std::size_t kAttributeLimit = 4096;
+
+bool StartsWith(const std::string& text, const std::string& prefix) {
+  return text.compare(0, prefix.size(), prefix) == 0;
+}
+
+bool Exists(const fs::path& path) {
+  std::error_code error;
+  return fs::exists(path, error);
+}
+
+// Whether the entry itself (a link, in /sys/block) is there.
+bool EntryExists(const fs::path& path) {
+  std::error_code error;
+  return fs::exists(fs::symlink_status(path, error));
 }
 
 std::optional<std::uint64_t> Number(const std::string& text) {
@@ -33,9 +46,15 @@ std::optional<std::uint64_t> Number(const std::string& text) {
   }
 }
 
-std::vector<std::string> SortedEntries(const fs::path& directory) {
+// "major:minor", both decimal.
+bool IsDevNumbers(const std::string& text) {
+  const std::string::size_type colon = text.find(':');
+  return colon != std::string::npos && Number(text.substr(0, colon)) &&
+         Number(text.substr(colon + 1));
+}
+
+std::vector<std::string> SortedEntries(const fs::path& directory, std::error_code& error) {
   std::vector<std::string> names;
-  std::error_code error;
   for (fs::directory_iterator it(directory, error), end; !error && it != end; it.increment(error)) {
     names.push_back(it->path().filename().string());
   }
@@ -43,9 +62,68 @@ std::vector<std::string> SortedEntries(const fs::path& directory) {
   return names;
 }
 
-bool StartsWith(const std::string& text, const std::string& prefix) {
-  return text.compare(0, prefix.size(), prefix) == 0;
+std::vector<std::string> SortedEntries(const fs::path& directory) {
+  std::error_code error;
+  return SortedEntries(directory, error);
 }
+
+// Reads attributes, noting what sysfs should never show. `consequence`
+// words what the source does about a problem with one attribute.
+class AttributeReader {
+ public:
+  explicit AttributeReader(std::vector<MachineProblem>& problems) : problems_(problems) {}
+
+  // The first line of the attribute, trimmed; empty when absent or at fault.
+  std::string Read(const fs::path& path, const std::string& consequence = "ignored") {
+    const BoundedRead read = ReadBounded(path.string(), kAttributeLimit);
+    switch (read.outcome) {
+      case BoundedRead::Outcome::Missing:
+        return "";
+      case BoundedRead::Outcome::Unreadable:
+        Note(path, "cannot be read: " + read.problem, consequence);
+        return "";
+      case BoundedRead::Outcome::TooLarge:
+        Note(path, read.problem, consequence);
+        return "";
+      case BoundedRead::Outcome::Read:
+        break;
+    }
+    if (read.text.find('\0') != std::string::npos) {
+      Note(path, "holds a NUL byte", consequence);
+      return "";
+    }
+    return Trimmed(read.text.substr(0, read.text.find('\n')), kAllLineWhitespace);
+  }
+
+  // An attribute every disk has: absent or empty is a problem too.
+  std::optional<std::string> Required(const fs::path& path, const std::string& consequence) {
+    const std::size_t before = problems_.size();
+    std::string value = Read(path, consequence);
+    if (problems_.size() != before) return std::nullopt;
+    if (value.empty()) {
+      Note(path, Exists(path) ? "empty" : "missing", consequence);
+      return std::nullopt;
+    }
+    return value;
+  }
+
+  // The first readable, non-empty attribute of the list.
+  std::string First(const std::vector<fs::path>& candidates) {
+    for (const fs::path& candidate : candidates) {
+      std::string value = Read(candidate);
+      if (!value.empty()) return value;
+    }
+    return "";
+  }
+
+  void Note(const fs::path& path, const std::string& problem, const std::string& consequence) {
+    problems_.push_back({path.string(), "Bad sysfs attribute " + path.string() + ": " + problem +
+                                            " (" + consequence + ")"});
+  }
+
+ private:
+  std::vector<MachineProblem>& problems_;
+};
 
 // The physical device path of a disk, relative to <root>/sys/devices, from
 // the /sys/block/<name> link: ../devices/pci0000:00/.../block/sda gives
@@ -66,42 +144,84 @@ std::string DevicePath(const fs::path& root, const std::string& name) {
   return path;
 }
 
-// The first readable, non-empty attribute of the list.
-std::string FirstAttribute(const std::vector<fs::path>& candidates) {
-  for (const fs::path& candidate : candidates) {
-    std::string value = Attribute(candidate);
-    if (!value.empty()) return value;
+void ReadRequired(const fs::path& block, BlockDisk& disk, AttributeReader& attributes) {
+  const fs::path dev = block / "dev";
+  const std::string noUdev = disk.name + " is served without its udev properties";
+  if (const auto text = attributes.Required(dev, noUdev)) {
+    if (IsDevNumbers(*text)) {
+      disk.devNumbers = *text;
+    } else {
+      attributes.Note(dev, "\"" + *text + "\" is not major:minor", noUdev);
+    }
   }
-  return "";
+  // "size" counts 512-byte sectors whatever the logical block size.
+  const fs::path size = block / "size";
+  const std::string noSize = "capacity of " + disk.name + " unknown";
+  if (const auto text = attributes.Required(size, noSize)) {
+    const std::optional<std::uint64_t> sectors = Number(*text);
+    if (sectors && *sectors <= std::numeric_limits<std::uint64_t>::max() / 512) {
+      disk.sizeBytes = *sectors * 512;
+    } else {
+      attributes.Note(size, "\"" + *text + "\" is not a number of sectors", noSize);
+    }
+  }
 }
 
-BlockDisk ReadDisk(const fs::path& root, const std::string& name) {
+BlockDisk ReadDisk(const fs::path& root, const std::string& name, AttributeReader& attributes) {
   const fs::path block = root / "sys/block" / name;
   const fs::path device = block / "device";
   BlockDisk disk;
   disk.name = name;
-  disk.devNumbers = Attribute(block / "dev");
+  ReadRequired(block, disk, attributes);
   disk.devicePath = DevicePath(root, name);
-  // "size" counts 512-byte sectors whatever the logical block size.
-  if (const auto sectors = Number(Attribute(block / "size"))) disk.sizeBytes = *sectors * 512;
-  const std::string rotational = Attribute(block / "queue/rotational");
+  const std::string rotational = attributes.Read(block / "queue/rotational");
   if (rotational == "0" || rotational == "1") disk.rotational = rotational == "1";
-  const std::string vendor = Attribute(device / "vendor");
+  const std::string vendor = attributes.Read(device / "vendor");
   // ATA disks behind the SCSI layer report the vendor "ATA"; virtio reports
   // a PCI vendor number. Neither names the maker.
   if (vendor != "ATA" && !StartsWith(vendor, "0x")) disk.vendor = vendor;
-  disk.model = Attribute(device / "model");
-  disk.serial = FirstAttribute({device / "serial", block / "serial"});
-  disk.firmware = FirstAttribute({device / "rev", device / "firmware_rev"});
-  disk.wwid = FirstAttribute({block / "wwid", device / "wwid"});
-  disk.state = Attribute(device / "state");
+  disk.model = attributes.Read(device / "model");
+  disk.serial = attributes.First({device / "serial", block / "serial"});
+  disk.firmware = attributes.First({device / "rev", device / "firmware_rev"});
+  disk.wwid = attributes.First({block / "wwid", device / "wwid"});
+  disk.state = attributes.Read(device / "state");
   for (const std::string& entry : SortedEntries(block)) {
-    if (StartsWith(entry, name) && fs::exists(block / entry / "partition")) {
+    if (StartsWith(entry, name) && Exists(block / entry / "partition")) {
       disk.partitions.push_back(entry);
     }
   }
-  disk.hasHolders = !SortedEntries(block / "holders").empty();
+  disk.holders = SortedEntries(block / "holders");
   return disk;
+}
+
+// A device-mapper device as far as multipath needs it.
+struct DmDevice {
+  std::string uuid;
+  std::string mapName;
+  std::string devNumbers;
+  std::vector<std::string> slaves;
+  std::vector<std::string> holders;
+};
+
+std::vector<MultipathMap> MultipathMaps(const std::map<std::string, DmDevice>& dm) {
+  std::vector<MultipathMap> maps;
+  for (const auto& [name, device] : dm) {
+    if (!StartsWith(device.uuid, "mpath-")) continue;
+    MultipathMap map;
+    map.name = name;
+    map.mapName = device.mapName;
+    map.devNumbers = device.devNumbers;
+    map.paths = device.slaves;
+    map.holders = device.holders;
+    for (const std::string& holder : device.holders) {
+      const auto part = dm.find(holder);
+      if (part == dm.end() || !StartsWith(part->second.uuid, "part")) continue;
+      map.partitionNames.push_back(holder);
+      if (!part->second.mapName.empty()) map.partitionNames.push_back(part->second.mapName);
+    }
+    maps.push_back(std::move(map));
+  }
+  return maps;
 }
 
 }  // namespace
@@ -113,25 +233,54 @@ bool IsVirtualKind(const std::string& name) {
   return false;
 }
 
-std::vector<BlockDisk> ScanBlockDisks(const std::string& root) {
+BlockScan ScanBlockDevices(const std::string& root) {
   const fs::path base = fs::path(root) / "sys/block";
   std::error_code error;
-  fs::directory_iterator probe(base, error);
+  const std::vector<std::string> names = SortedEntries(base, error);
   if (error) {
     throw std::runtime_error("Cannot read " + base.string() + ": " + error.message());
   }
-  std::vector<BlockDisk> disks;
-  for (const std::string& name : SortedEntries(base)) {
-    if (IsVirtualKind(name) || Attribute(base / name / "hidden") == "1") continue;
-    // A disk that vanished while being read is left out whole.
-    if (!fs::exists(base / name / "dev")) continue;
-    disks.push_back(ReadDisk(root, name));
+  BlockScan scan;
+  AttributeReader attributes(scan.problems);
+  std::map<std::string, DmDevice> dm;
+  for (const std::string& name : names) {
+    const fs::path block = base / name;
+    if (StartsWith(name, "dm-")) {
+      DmDevice& device = dm[name];
+      device.uuid = attributes.Read(block / "dm/uuid");
+      device.mapName = attributes.Read(block / "dm/name");
+      device.devNumbers = attributes.Read(block / "dev");
+      device.slaves = SortedEntries(block / "slaves");
+      device.holders = SortedEntries(block / "holders");
+      continue;
+    }
+    if (IsVirtualKind(name) || attributes.Read(block / "hidden") == "1") continue;
+    std::error_code unreadable;
+    SortedEntries(block, unreadable);
+    if (unreadable) {
+      // Gone meanwhile (unplugged), or there but not readable.
+      if (EntryExists(block)) {
+        scan.problems.push_back({block.string(), "Cannot read " + block.string() + ": " +
+                                                     unreadable.message() + " (" + name +
+                                                     " is left out)"});
+      }
+      continue;
+    }
+    std::vector<MachineProblem> diskProblems;
+    AttributeReader diskAttributes(diskProblems);
+    BlockDisk disk = ReadDisk(root, name, diskAttributes);
+    // A disk unplugged while being read is left out whole, its problems too.
+    if (!EntryExists(block)) continue;
+    scan.problems.insert(scan.problems.end(), diskProblems.begin(), diskProblems.end());
+    scan.disks.push_back(std::move(disk));
   }
-  return disks;
+  scan.maps = MultipathMaps(dm);
+  return scan;
 }
 
-std::vector<MdArray> ScanMdArrays(const std::string& root) {
+std::vector<MdArray> ScanMdArrays(const std::string& root, std::vector<MachineProblem>& problems) {
   const fs::path base = fs::path(root) / "sys/block";
+  AttributeReader attributes(problems);
   std::vector<MdArray> arrays;
   for (const std::string& name : SortedEntries(base)) {
     if (!StartsWith(name, "md")) continue;
@@ -142,7 +291,8 @@ std::vector<MdArray> ScanMdArrays(const std::string& root) {
       if (!StartsWith(entry, "dev-")) continue;
       const std::string member = entry.substr(4);
       // state is a comma-separated list: in_sync, spare, faulty, writemostly, ...
-      const std::string state = "," + Attribute(md / entry / "state") + ",";
+      const std::string state =
+          "," + attributes.Read(md / entry / "state", member + " counted as active") + ",";
       if (state.find(",faulty,") != std::string::npos) continue;
       if (state.find(",spare,") != std::string::npos) {
         array.spares.push_back(member);
@@ -160,38 +310,19 @@ std::set<std::string> DevicesInUse(const std::string& root) {
   const auto addDevice = [&names](const std::string& source) {
     if (StartsWith(source, "/dev/")) names.insert(fs::path(source).filename().string());
   };
-  const fs::path mounts = fs::exists(fs::path(root) / "proc/self/mounts")
+  const fs::path mounts = Exists(fs::path(root) / "proc/self/mounts")
                               ? fs::path(root) / "proc/self/mounts"
                               : fs::path(root) / "proc/mounts";
-  std::ifstream mountTable(mounts);
-  for (std::string line; std::getline(mountTable, line);) {
-    std::istringstream fields(line);
-    std::string source;
-    fields >> source;
-    addDevice(source);
-  }
-  std::ifstream swaps(fs::path(root) / "proc/swaps");
-  for (std::string line; std::getline(swaps, line);) {
-    std::istringstream fields(line);
-    std::string source;
-    fields >> source;
-    addDevice(source);
+  for (const fs::path& table : {mounts, fs::path(root) / "proc/swaps"}) {
+    std::ifstream in(table);
+    for (std::string line; std::getline(in, line);) {
+      std::istringstream fields(line);
+      std::string source;
+      fields >> source;
+      addDevice(source);
+    }
   }
   return names;
-}
-
-std::map<std::string, std::string> UdevProperties(const std::string& root,
-                                                  const std::string& devNumbers) {
-  std::map<std::string, std::string> properties;
-  if (devNumbers.empty()) return properties;
-  std::ifstream in(fs::path(root) / "run/udev/data" / ("b" + devNumbers));
-  for (std::string line; std::getline(in, line);) {
-    if (!StartsWith(line, "E:")) continue;
-    const std::string::size_type equals = line.find('=');
-    if (equals == std::string::npos) continue;
-    properties[line.substr(2, equals - 2)] = line.substr(equals + 1);
-  }
-  return properties;
 }
 
 }  // namespace zeda::pelka::platform

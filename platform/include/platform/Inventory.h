@@ -29,6 +29,10 @@ struct DiskRecord {
   zeda::orvi::OrviDisk disk;
   zeda::orvi::OrviDiskHealth health;
   zeda::orvi::OrviDiskIdentity identity;
+  // The kernel names of the block devices the disk is reached by, in name
+  // order: one for a plain disk, one per path of a multipath disk ("sdb",
+  // "sdk"). Only the linux source fills it; no NAS API answer shows it.
+  std::vector<std::string> paths;
 };
 
 struct NasRecord {
