@@ -69,9 +69,18 @@ class LinuxSource {
 
   const LinuxSourceConfig& Settings() const { return config_; }
 
-  // The NAS as the machine shows it now. Throws std::runtime_error when the
-  // block devices cannot be listed at all.
-  NasRecord Read();
+  // The NAS as the machine shows it now, with the SMART answers known after
+  // waiting at most `smartWait` for those under way (Smart.h). Throws
+  // std::runtime_error when the block devices cannot be listed at all.
+  NasRecord Read(std::chrono::milliseconds smartWait);
+  // The same, waiting for SMART answers up to the SMART timeout.
+  NasRecord Read() { return Read(config_.smartTimeout); }
+
+  // SMART answers under way, for a refresher that reads again once they are in.
+  bool SmartAsking() const { return smart_.Asking(); }
+  bool AwaitSmartAnswers(std::chrono::steady_clock::time_point deadline) {
+    return smart_.AwaitAnswers(deadline);
+  }
 
   std::uint64_t SmartRuns() const { return smart_.Runs(); }
 
