@@ -254,7 +254,7 @@ BlockScan ScanBlockDevices(const std::string& root) {
       device.holders = SortedEntries(block / "holders");
       continue;
     }
-    if (IsVirtualKind(name) || attributes.Read(block / "hidden") == "1") continue;
+    if (IsVirtualKind(name)) continue;
     std::error_code unreadable;
     SortedEntries(block, unreadable);
     if (unreadable) {
@@ -268,6 +268,7 @@ BlockScan ScanBlockDevices(const std::string& root) {
     }
     std::vector<MachineProblem> diskProblems;
     AttributeReader diskAttributes(diskProblems);
+    if (diskAttributes.Read(block / "hidden") == "1") continue;
     BlockDisk disk = ReadDisk(root, name, diskAttributes);
     // A disk unplugged while being read is left out whole, its problems too.
     if (!EntryExists(block)) continue;
