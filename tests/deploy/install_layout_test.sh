@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # cmake --install lays out the provider directory (module + libPelkaUtility,
 # no separate binding), zeda-cim and zeda-register, the class MOF, both
-# registrations, the example configuration and the man pages; the installed
+# registrations, the configuration (this machine through the linux source,
+# tried over the recorded machine of tests/fixtures/linux) and the man pages; the installed
 # tree still works when moved elsewhere, its zeda-cim loads the installed
 # module and answers exactly as the build tree's; zeda-register --dry-run
 # prints the object managers' commands.
@@ -35,6 +36,14 @@ cmp -s "$d/ZEDA_DiskDriveLite.mof" "$src/schema/ZEDA_DiskDriveLite.mof" || bad "
 for f in zeda-cim.1 zeda-register.1; do [ -f "$p/share/man/man1/$f" ] || bad "no man page $f"; done
 python3 -c 'import json,sys; c=json.load(open(sys.argv[1])); assert c["programData"] and c["sources"]' \
   "$p/etc/pelka/pelka.json" || bad "etc/pelka/pelka.json missing or not the configuration format"
+# The shipped configuration serves the machine it is installed on (a linux
+# source with the machine's own root, smartctl and name) and keeps logs a week.
+python3 - "$p/etc/pelka/pelka.json" <<'EOF' || bad "etc/pelka/pelka.json does not serve this machine"
+import json, sys
+c = json.load(open(sys.argv[1]))
+assert c["sources"] == [{"type": "linux"}], c
+assert c.get("logs") == {"keepDays": 7}, c
+EOF
 
 # The installed zeda-cim, moved with its tree, loads the installed module and
 # its companion, and answers byte for byte as the build tree does.
@@ -50,6 +59,24 @@ grep -q "file=$pdir/libPelkaUtility.so " "$w/loader.log" || bad "installed modul
 [ -s "$w/installed.json" ] && cmp -s "$w/installed.json" "$w/build.json" || bad "installed answer differs from the build's"
 python3 -c 'import json,sys; assert len(json.load(open(sys.argv[1]))["results"]) > 0' "$w/installed.json" \
   || bad "installed zeda-cim answered no disk"
+
+# The shipped configuration with only the machine's place changed (the
+# recorded machine of tests/fixtures/linux and its stand-in smartctl): the
+# installed zeda-cim answers its nine disks, the NAS named after this host.
+python3 - "$p/etc/pelka/pelka.json" "$src/tests/fixtures/linux" "$w/fixture-data" >"$w/fixture.json" <<'EOF'
+import json, sys
+c = json.load(open(sys.argv[1]))
+c["sources"][0].update(root=sys.argv[2] + "/root", smartctl=sys.argv[2] + "/smartctl")
+c["programData"] = sys.argv[3]
+print(json.dumps(c))
+EOF
+"$p/bin/zeda-cim" --config "$w/fixture.json" --format json ei ZEDA_DiskDrive >"$w/fixture-answer.json" 2>/dev/null \
+  || bad "installed zeda-cim over the shipped configuration failed"
+python3 - "$w/fixture-answer.json" "ZEDA:$(hostname)" <<'EOF' || bad "shipped configuration: unexpected answer over the fixture machine"
+import json, sys
+drives = [{p["name"]: p["value"] for p in r["properties"]} for r in json.load(open(sys.argv[1]))["results"]]
+assert len(drives) == 9 and {d["SystemName"] for d in drives} == {sys.argv[2]}, drives
+EOF
 
 # zeda-register --dry-run: the commands it would run, with the installed files.
 expect() {  # expect <expected stdout> <zeda-register args...>
