@@ -7,6 +7,7 @@
 #include "Basics.h"
 #include "DiskIdentifiers.h"
 #include "LinuxSource.h"
+#include "PrintableText.h"
 
 namespace zeda::pelka::platform {
 
@@ -107,19 +108,19 @@ DiskRecord DescribeDisk(const BlockDisk& disk, const UdevProperties& udev,
       FirstOf({Property(udev, "ID_SERIAL_SHORT"), disk.serial, report ? report->serial : ""});
   std::string vendor = FirstOf({disk.vendor, UdevDecoded(Property(udev, "ID_VENDOR_ENC"))});
   if (vendor == "ATA") vendor.clear();  // the SCSI layer's word for any ATA disk, not a maker
-  record.identity.model = model;
-  record.identity.serial = serial;
-  record.identity.product = (vendor.empty() || model.rfind(vendor, 0) == 0) ? model
-                            : model.empty()                                 ? vendor
-                                                                            : vendor + " " + model;
+  record.identity.model = PrintableText(model);
+  record.identity.serial = PrintableText(serial);
+  record.identity.product = PrintableText((vendor.empty() || model.rfind(vendor, 0) == 0) ? model
+                                          : model.empty()                                 ? vendor
+                                                          : vendor + " " + model);
   record.disk.interfaceType = InterfaceType(disk, udev);
   record.disk.id = worldWideName.empty()
                        ? StableId(disk, udev, record.disk.interfaceType, model, serial)
                        : worldWideName;
   // The SCSI "rev" of an ATA disk is cut to four characters; udev and
   // smartctl have the whole version.
-  record.disk.firmwareVersion =
-      FirstOf({Property(udev, "ID_REVISION"), report ? report->firmware : "", disk.firmware});
+  record.disk.firmwareVersion = PrintableText(
+      FirstOf({Property(udev, "ID_REVISION"), report ? report->firmware : "", disk.firmware}));
   record.disk.capacity = disk.sizeBytes.value_or(0);
   record.disk.isSsd = disk.rotational.has_value() && !*disk.rotational;
   if (!record.disk.isSsd) {
@@ -272,6 +273,7 @@ NasRecord BuildNasRecord(const std::string& nasName, const MachineView& machine,
     record.disk.isFree =
         LooksFree(machine, disk) && memberDisks.count(i) == 0 && spareDisks.count(i) == 0;
     ApplyHealth(serving, report, record);
+    record.health.message = PrintableText(record.health.message);
     for (const std::size_t path : disk.paths) record.paths.push_back(machine.paths[path].name);
     candidates.push_back(
         {record.disk.id, AttachmentPath(machine, disk), machine.paths[disk.paths.front()].name});

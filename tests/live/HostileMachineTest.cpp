@@ -14,6 +14,7 @@
 #include "Fixtures.h"
 #include "LinuxSource.h"
 #include "MachineCopy.h"
+#include "PrintableText.h"
 
 namespace zeda::test {
 namespace {
@@ -221,6 +222,34 @@ TEST_F(SpoiledUdevEntry, OneLinePerProblemUntilItChanges) {
   WriteBytes(Entry(), "garbage\n");  // back: logged again
   Read();
   EXPECT_EQ(NewLines().size(), 1u);
+}
+
+TEST_F(HostileMachine, TextThatCimCannotCarryBecomesQuestionMarks) {
+  // udev's escapes for a control character, a byte that is not UTF-8 and a
+  // well-formed euro sign.
+  WriteBytes(machine_.Path("run/udev/data/b8:96"),
+             "E:ID_BUS=ata\nE:ID_MODEL_ENC=Bad\\x01Model\\xff\\xe2\\x82\\xac\n"
+             "E:ID_SERIAL_SHORT=OD7777777\n");
+  for (const auto& [id, disk] : Read()) {
+    if (disk.paths != std::vector<std::string>{"sdg"}) continue;
+    EXPECT_EQ(disk.identity.model, "Bad?Model?\xe2\x82\xac");
+    EXPECT_EQ(disk.identity.product, "Bad?Model?\xe2\x82\xac");
+    EXPECT_EQ(id, "sata-Bad_Model_____OD7777777");
+  }
+  EXPECT_EQ(NewLines(), Lines{});
+}
+
+TEST(PrintableText, KeepsUtf8AndMarksEverythingElse) {
+  using pelka::platform::PrintableText;
+  EXPECT_EQ(PrintableText("WDC WD40EFRX-68N32N0"), "WDC WD40EFRX-68N32N0");
+  EXPECT_EQ(PrintableText("tab\there\x7f"), "tab?here?");
+  EXPECT_EQ(PrintableText("\xc3\xa9\xe2\x82\xac\xf0\x9f\x92\xbe"),
+            "\xc3\xa9\xe2\x82\xac\xf0\x9f\x92\xbe");
+  EXPECT_EQ(PrintableText("\xc0\xaf"), "??");            // overlong "/"
+  EXPECT_EQ(PrintableText("\xed\xa0\x80"), "???");       // a surrogate
+  EXPECT_EQ(PrintableText("\xf4\x90\x80\x80"), "????");  // past U+10FFFF
+  EXPECT_EQ(PrintableText("end\xe2\x82"), "end??");      // cut short
+  EXPECT_EQ(PrintableText(std::string("a\0b", 3)), "a?b");
 }
 
 TEST_F(HostileMachine, NoUdevDatabaseAtAllMeansNoDiskIsFree) {
