@@ -154,7 +154,9 @@ class Connection : public std::enable_shared_from_this<Connection> {
       return Refuse(413);
     }
     if (error == beast::error::timeout || IsQuietEnd(error)) {
-      return Dropped("while reading a request", error, timeout);
+      return Dropped(timeout == kHeaderTimeout ? "while reading a request header"
+                                               : "while reading a request body",
+                     error, timeout);
     }
     LOG(WARNING) << "Request of " << address_ << " refused: " << error.message() << " (400)";
     Refuse(400);
@@ -171,7 +173,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
 
   void Dropped(const char* when, const beast::error_code& error, std::chrono::seconds timeout) {
     if (error == beast::error::timeout) {
-      LOG(WARNING) << "Connection of " << address_ << " dropped " << when << ": nothing for "
+      LOG(WARNING) << "Connection of " << address_ << " dropped " << when << ": not done within "
                    << timeout.count() << " s";
     } else if (!IsQuietEnd(error)) {
       LOG(WARNING) << "Connection of " << address_ << " dropped " << when << ": "

@@ -131,9 +131,12 @@ Reply Handle(const Request& request, Services& services) {
   if (!IsOpen(match.route)) {
     const AuthResult auth = Authenticate(request.authorization, request.authToken,
                                          services.accounts, services.sessions);
-    if (auth.outcome == AuthResult::kRefused) {
+    if (auth.outcome == AuthResult::kRefused && auth.sessionId.empty() && !auth.user.empty()) {
       LOG(WARNING) << "Failed login of user \"" << Printable(auth.user) << "\" from "
                    << request.clientAddress << " (" << auth.how << ")";
+    } else if (auth.outcome == AuthResult::kRefused) {
+      LOG(WARNING) << "Refused " << auth.how << " from " << request.clientAddress
+                   << ": unknown, expired or malformed";
     }
     if (auth.outcome != AuthResult::kAccepted) return Unauthorized();
     user = auth.user;

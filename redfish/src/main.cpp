@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <functional>
 #include <iostream>
 #include <string>
 #include <thread>
@@ -72,6 +73,18 @@ std::string ConfigArgument(int argc, char** argv, std::string& problem) {
   return path;
 }
 
+// Runs a function when it goes out of scope.
+class ResetOnExit {
+ public:
+  explicit ResetOnExit(std::function<void()> reset) : reset_(std::move(reset)) {}
+  ~ResetOnExit() { reset_(); }
+  ResetOnExit(const ResetOnExit&) = delete;
+  ResetOnExit& operator=(const ResetOnExit&) = delete;
+
+ private:
+  std::function<void()> reset_;
+};
+
 // Stops `io` once no request is being answered, or after kStopGrace.
 void StopWhenQuiet(net::io_context& io, ServerState& state,
                    std::chrono::steady_clock::time_point deadline) {
@@ -105,6 +118,10 @@ int main(int argc, char** argv) {
     return Refuse(kBadUsage, error.what());
   }
   try {
+    // The library would log its refusal too; here it is reported once, below.
+    const int logLevel = FLAGS_minloglevel;
+    FLAGS_minloglevel = google::GLOG_FATAL;
+    const ResetOnExit restore([logLevel] { FLAGS_minloglevel = logLevel; });
     const zeda::pelka::InventoryHold hold;
     zeda::pelka::GetNasList();
   } catch (const std::exception& error) {
@@ -149,7 +166,7 @@ int main(int argc, char** argv) {
   Services services{*accounts, sessions, [](std::string_view path) { return GetResource(path); },
                     [] { return ServiceRootBody(); }};
   net::io_context io;
-  ServerState state{*tls, services, rateLimiter};
+  ServerState state{*tls, services, rateLimiter, {}, {0}, {false}};
   Server server(io, state);
   try {
     server.Listen(config.address, config.port);
