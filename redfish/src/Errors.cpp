@@ -101,7 +101,7 @@ Reply ErrorReply(int status, std::string_view messageId, std::vector<std::string
   const std::string text = Worded(message.text, args);
   // A JSON array of strings: arguments that are not valid UTF-8 (they come
   // from request paths) are written with replacement characters.
-  nlohmann::ordered_json info = {{"@odata.type", "#Message.v1_3_0.Message"},
+  nlohmann::ordered_json info = {{"@odata.type", "#Message.v1_1_2.Message"},
                                  {"MessageId", id},
                                  {"Message", text},
                                  {"MessageArgs", args},

@@ -1,6 +1,6 @@
 // The service's own resources: SessionService with its sessions and
-// AccountService with a read-only view of the accounts. Schema versions are
-// those of the DMTF bundle 2025.4.
+// AccountService with a read-only view of the accounts. Their versions are
+// those $metadata declares (model/Schemas.h: DMTF bundle 2023.3).
 #pragma once
 
 #include <string>
@@ -10,10 +10,10 @@
 
 namespace zeda::redfish {
 
-inline constexpr char kSessionType[] = "#Session.v1_8_0.Session";
-inline constexpr char kSessionServiceType[] = "#SessionService.v1_2_0.SessionService";
-inline constexpr char kAccountServiceType[] = "#AccountService.v1_18_1.AccountService";
-inline constexpr char kManagerAccountType[] = "#ManagerAccount.v1_14_1.ManagerAccount";
+inline constexpr char kSessionType[] = "#Session.v1_7_0.Session";
+inline constexpr char kSessionServiceType[] = "#SessionService.v1_1_9.SessionService";
+inline constexpr char kAccountServiceType[] = "#AccountService.v1_15_0.AccountService";
+inline constexpr char kManagerAccountType[] = "#ManagerAccount.v1_12_0.ManagerAccount";
 
 // {"v1": "/redfish/v1/"}
 std::string VersionsBody();

@@ -145,7 +145,6 @@ int main(int argc, char** argv) {
     }
     tls.emplace(MakeTlsContext(certificate));
   } catch (const std::exception& error) {
-    LOG(ERROR) << error.what();
     return Refuse(kCannotStart, error.what());
   }
 
@@ -153,7 +152,6 @@ int main(int argc, char** argv) {
   try {
     accounts.emplace(config.accounts);
   } catch (const std::exception& error) {
-    LOG(ERROR) << error.what();
     return Refuse(kCannotStart, error.what());
   }
   if (accounts->Names().empty()) {
@@ -173,7 +171,6 @@ int main(int argc, char** argv) {
   } catch (const std::exception& error) {
     const std::string message = "Cannot listen on " + config.address + ":" +
                                 std::to_string(config.port) + ": " + error.what();
-    LOG(ERROR) << message;
     return Refuse(kCannotStart, message);
   }
   server.Start();

@@ -186,7 +186,7 @@ TEST(RedfishErrors, BodiesCarryOneBaseMessage) {
   const Json& info = body["error"]["@Message.ExtendedInfo"][0];
   EXPECT_EQ(info["MessageArgs"], Json::array({"Drive", "x"}));
   EXPECT_EQ(info["MessageSeverity"], "Critical");
-  EXPECT_EQ(info["@odata.type"], "#Message.v1_3_0.Message");
+  EXPECT_EQ(info["@odata.type"], "#Message.v1_1_2.Message");
   // An id the registry table does not have becomes GeneralError.
   EXPECT_EQ(Json::parse(redfish::ErrorReply(500, "NoSuchId", {}).body)["error"]["code"],
             "Base.1.19.0.GeneralError");
