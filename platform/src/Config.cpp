@@ -64,8 +64,9 @@ FileSourceConfig ParseFileSource(const json& source, const std::string& place) {
 }
 
 LinuxSourceConfig ParseLinuxSource(const json& source, const std::string& place) {
-  RefuseUnknownMembers(
-      source, place, {"type", "nas", "root", "smartctl", "smartTtlSeconds", "smartTimeoutSeconds"});
+  RefuseUnknownMembers(source, place,
+                       {"type", "nas", "root", "smartctl", "smartTtlSeconds", "smartTimeoutSeconds",
+                        "rescanSeconds"});
   LinuxSourceConfig machine;
   machine.nas =
       source.contains("nas") ? Text(source.at("nas"), place + ".nas") : HostName(kUnnamedMachine);
@@ -79,6 +80,10 @@ LinuxSourceConfig ParseLinuxSource(const json& source, const std::string& place)
   if (source.contains("smartTimeoutSeconds")) {
     machine.smartTimeout = std::chrono::milliseconds(static_cast<long long>(std::llround(
         1000 * Seconds(source.at("smartTimeoutSeconds"), place + ".smartTimeoutSeconds", 0.001))));
+  }
+  if (source.contains("rescanSeconds")) {
+    machine.rescan = std::chrono::milliseconds(static_cast<long long>(
+        std::llround(1000 * Seconds(source.at("rescanSeconds"), place + ".rescanSeconds", 0.1))));
   }
   return machine;
 }
@@ -158,7 +163,7 @@ Config ParseDocument(const json& document) {
 
 bool LinuxSourceConfig::operator==(const LinuxSourceConfig& other) const {
   return nas == other.nas && root == other.root && smartctl == other.smartctl &&
-         smartTtl == other.smartTtl && smartTimeout == other.smartTimeout;
+         smartTtl == other.smartTtl && smartTimeout == other.smartTimeout && rescan == other.rescan;
 }
 
 namespace {

@@ -4,7 +4,7 @@
 // {"programData": "/var/lib/pelka",
 //  "sources": [{"type": "file", "path": "/var/lib/pelka/inventory.json"},
 //              {"type": "linux", "nas": "nas-a", "smartTtlSeconds": 300,
-//               "smartTimeoutSeconds": 5}],
+//               "smartTimeoutSeconds": 5, "rescanSeconds": 5}],
 //  "logs": {"keepDays": 7}}
 //
 // A "file" source serves every NAS of an inventory file; a "linux" source
@@ -30,6 +30,8 @@ struct LinuxSourceConfig {
   std::string smartctl = "smartctl";  // a name is looked up in PATH, then /usr/sbin and /sbin
   std::chrono::seconds smartTtl{300};
   std::chrono::milliseconds smartTimeout{5000};
+  // How often the machine's disks are looked at again (0.1 s at least).
+  std::chrono::milliseconds rescan{5000};
 
   bool operator==(const LinuxSourceConfig& other) const;
 };

@@ -30,9 +30,14 @@ ReadFiles ConfiguredSources::Files() {
   return files_;
 }
 
-bool ConfiguredSources::HasLinuxSource() {
+std::optional<std::chrono::milliseconds> ConfiguredSources::RescanInterval() {
   const std::lock_guard<std::mutex> lock(filesMutex_);
-  return !machines_.empty();
+  std::optional<std::chrono::milliseconds> shortest;
+  for (const auto& machine : machines_) {
+    const auto rescan = machine->Settings().rescan;
+    if (!shortest || rescan < *shortest) shortest = rescan;
+  }
+  return shortest;
 }
 
 bool ConfiguredSources::SmartAsking() {
@@ -63,7 +68,7 @@ bool ConfiguredSources::AwaitSmartAnswers(std::chrono::steady_clock::time_point 
   return arrived;
 }
 
-ConfiguredRead ConfiguredSources::Read() {
+ConfiguredRead ConfiguredSources::Read(bool askSmartAgain) {
   const std::lock_guard<std::mutex> round(roundMutex_);
   ConfiguredRead read;
   std::vector<std::shared_ptr<Source>> sources;
@@ -96,7 +101,7 @@ ConfiguredRead ConfiguredSources::Read() {
   for (const auto& sourcePointer : sources) {
     Source& source = *sourcePointer;
     std::string error;
-    const std::optional<std::vector<NasRecord>> nasList = ReadSource(source, error);
+    const std::optional<std::vector<NasRecord>> nasList = ReadSource(source, askSmartAgain, error);
     if (source.fileStamp) files.stamps.push_back(*source.fileStamp);
     if (!nasList) {
       read.error = error;
@@ -191,6 +196,7 @@ void ConfiguredSources::Install(Config config) {
 }
 
 std::optional<std::vector<NasRecord>> ConfiguredSources::ReadSource(Source& source,
+                                                                    bool askSmartAgain,
                                                                     std::string& error) {
   try {
     if (source.machine) {
@@ -199,7 +205,7 @@ std::optional<std::vector<NasRecord>> ConfiguredSources::ReadSource(Source& sour
       // arrived and never wait.
       const auto wait = source.smartWaited ? std::chrono::milliseconds(0) : kFirstSmartWait;
       source.smartWaited = true;
-      source.lastGood = std::vector<NasRecord>{source.machine->Read(wait)};
+      source.lastGood = std::vector<NasRecord>{source.machine->Read(wait, askSmartAgain)};
     } else {
       ReadFileSource(source);
     }

@@ -44,7 +44,9 @@ class ConfiguredSources {
  public:
   static ConfiguredSources& Instance();
 
-  ConfiguredRead Read();
+  // `askSmartAgain` false: linux sources take in the SMART answers that have
+  // arrived and start no smartctl.
+  ConfiguredRead Read(bool askSmartAgain = true);
 
   // The files the last round read (empty before the first).
   ReadFiles Files();
@@ -55,9 +57,9 @@ class ConfiguredSources {
   // Whether SMART answers are under way for some linux source.
   bool SmartAsking();
 
-  // Whether a linux source is served (its machine is looked at again
-  // periodically).
-  bool HasLinuxSource();
+  // How often the served machines are looked at again: the shortest
+  // "rescanSeconds" of the linux sources; none without a linux source.
+  std::optional<std::chrono::milliseconds> RescanInterval();
 
   // "programData" of the configuration in service, if it names one.
   std::optional<std::string> ProgramData();
@@ -78,7 +80,8 @@ class ConfiguredSources {
   bool RefreshConfig(std::string& error);
   void Install(Config config);
   // Expect roundMutex_ to be held.
-  std::optional<std::vector<NasRecord>> ReadSource(Source& source, std::string& error);
+  std::optional<std::vector<NasRecord>> ReadSource(Source& source, bool askSmartAgain,
+                                                   std::string& error);
   void ReadFileSource(Source& source);
 
   // One round at a time; the configuration is also read, without the

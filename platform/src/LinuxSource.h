@@ -72,7 +72,9 @@ class LinuxSource {
   // The NAS as the machine shows it now, with the SMART answers known after
   // waiting at most `smartWait` for those under way (Smart.h). Throws
   // std::runtime_error when the block devices cannot be listed at all.
-  NasRecord Read(std::chrono::milliseconds smartWait);
+  // `askSmartAgain` false: takes in the SMART answers that have arrived
+  // without asking again (a round run because answers arrived).
+  NasRecord Read(std::chrono::milliseconds smartWait, bool askSmartAgain = true);
   // The same, waiting for SMART answers up to the SMART timeout.
   NasRecord Read() { return Read(config_.smartTimeout); }
 

@@ -74,18 +74,25 @@ void Refresher::Sync() {
 
 void Refresher::Run() {
   std::unique_lock<std::mutex> lock(mutex_);
+  bool answersArrived = false;
   while (!stop_) {
     const std::uint64_t ticket = wanted_;
     const std::uint64_t resets = resets_;
+    // A round for arrived SMART answers takes them in; only the others ask
+    // again, so that a short time to live cannot keep smartctl running
+    // back to back.
+    const bool askAgain = !answersArrived || wanted_ != finished_ || resets_ != servedResets_;
     lock.unlock();
     try {
-      publish_(ConfiguredSources::Instance().Read(), resets);
+      publish_(ConfiguredSources::Instance().Read(askAgain), resets);
     } catch (const std::exception& failure) {
       // A round that cannot even be handed over leaves the inventory in
       // service; the next round tries again.
       LOG(ERROR) << "Inventory refresh failed: " << failure.what();
     }
-    const bool machine = ConfiguredSources::Instance().HasLinuxSource();
+    const std::optional<std::chrono::milliseconds> rescan =
+        ConfiguredSources::Instance().RescanInterval();
+    const bool machine = rescan.has_value();
     lock.lock();
     ++rounds_;
     finished_ = std::max(finished_, ticket);
@@ -93,8 +100,9 @@ void Refresher::Run() {
     done_.notify_all();
 
     const Clock::time_point next =
-        Clock::now() + (machine ? Clock::duration(kMachineRescan) : Clock::duration(kIdle));
+        Clock::now() + (machine ? Clock::duration(*rescan) : Clock::duration(kIdle));
     const auto wanted = [&] { return stop_ || wanted_ != finished_ || resets_ != servedResets_; };
+    answersArrived = false;
     while (!wanted() && Clock::now() < next) {
       lock.unlock();
       // SMART answers under way are waited for in short slices, so that a
@@ -104,7 +112,10 @@ void Refresher::Run() {
       const bool arrived =
           asking && sources.AwaitSmartAnswers(std::min(next, Clock::now() + kSmartSlice));
       lock.lock();
-      if (arrived) break;
+      if (arrived) {
+        answersArrived = true;
+        break;
+      }
       if (!asking) wake_.wait_until(lock, next, wanted);
     }
   }

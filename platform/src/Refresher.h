@@ -6,9 +6,10 @@
 //   - when a look-up asks for one (Sync): before the first answer of a
 //     process, and when the look-up sees that the configuration file or a
 //     file source has changed (a stamp check: one open and fstat per file);
-//   - every kMachineRescan while a linux source is served (disks that
-//     appear or vanish, udev data), and as soon as SMART answers under way
-//     arrive.
+//   - every "rescanSeconds" (default 5) while a linux source is served
+//     (disks that appear or vanish, udev data, SMART answers past their
+//     time to live are asked for again), and as soon as SMART answers under
+//     way arrive.
 // No round ever waits on a child process: smartctl runs are asynchronous
 // (Smart.h), and one that hangs is given up at its timeout.
 #pragma once
@@ -24,8 +25,6 @@
 
 namespace zeda::pelka::platform {
 
-// How often a served machine is looked at again.
-inline constexpr std::chrono::seconds kMachineRescan{5};
 // The longest a look-up that saw a changed file waits for the round that
 // reads it; after that it answers from the inventory in service.
 inline constexpr std::chrono::milliseconds kChangeWait{500};

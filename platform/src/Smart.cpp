@@ -72,6 +72,43 @@ std::string ResolveProgram(const std::string& program) {
   return program;  // not found: starting it reports the error
 }
 
+// Members this reader takes, with the type smartctl gives them; another type
+// means the output is not smartctl's (or not of a version this reader knows),
+// and nothing of it is believed.
+void CheckTypes(const json& document) {
+  struct Expected {
+    const char* member;
+    const char* inside;  // nullptr: at the top
+    bool (json::*is)() const noexcept;
+    const char* what;
+  };
+  static const Expected kExpected[] = {
+      {"smartctl", nullptr, &json::is_object, "an object"},
+      {"model_name", nullptr, &json::is_string, "a string"},
+      {"serial_number", nullptr, &json::is_string, "a string"},
+      {"firmware_version", nullptr, &json::is_string, "a string"},
+      {"rotation_rate", nullptr, &json::is_number_unsigned, "a number of 0 or more"},
+      {"smart_status", nullptr, &json::is_object, "an object"},
+      {"smart_support", nullptr, &json::is_object, "an object"},
+      {"passed", "smart_status", &json::is_boolean, "true or false"},
+      {"available", "smart_support", &json::is_boolean, "true or false"},
+  };
+  for (const Expected& expected : kExpected) {
+    const json* object = &document;
+    if (expected.inside != nullptr) {
+      const auto outer = document.find(expected.inside);
+      if (outer == document.end() || !outer->is_object()) continue;
+      object = &*outer;
+    }
+    const auto member = object->find(expected.member);
+    if (member == object->end() || ((*member).*expected.is)()) continue;
+    throw std::runtime_error(
+        std::string("smartctl output with a wrong type: ") +
+        (expected.inside != nullptr ? std::string(expected.inside) + "." : std::string()) +
+        expected.member + " is not " + expected.what);
+  }
+}
+
 }  // namespace
 
 SmartReport ParseSmartctlOutput(const std::string& output, int exitStatus) {
@@ -85,6 +122,7 @@ SmartReport ParseSmartctlOutput(const std::string& output, int exitStatus) {
   if (!document.is_object() || !document.contains("smartctl")) {
     throw std::runtime_error("smartctl output without its \"smartctl\" member");
   }
+  CheckTypes(document);
   SmartReport report;
   report.model = StringMember(document, "model_name");
   report.serial = StringMember(document, "serial_number");
@@ -152,7 +190,8 @@ std::map<std::string, SmartReport> SmartCache::Reports(
 }
 
 std::map<std::string, SmartReport> SmartCache::Reports(const std::vector<std::string>& deviceNodes,
-                                                       std::chrono::milliseconds wait) {
+                                                       std::chrono::milliseconds wait,
+                                                       bool askAgain) {
   const std::lock_guard<std::mutex> lock(mutex_);
   ReapAbandoned();
   Collect();
@@ -160,7 +199,7 @@ std::map<std::string, SmartReport> SmartCache::Reports(const std::vector<std::st
   for (const std::string& node : deviceNodes) {
     const Entry& entry = entries_[node];
     const bool stale = !entry.everAsked || now - entry.asked >= settings_.ttl;
-    if (stale && asking_.count(node) == 0) Ask(node);
+    if (askAgain && stale && asking_.count(node) == 0) Ask(node);
   }
   AwaitLocked(now + std::min(wait, settings_.timeout));
   std::map<std::string, SmartReport> reports;

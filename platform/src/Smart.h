@@ -65,8 +65,9 @@ class SmartCache {
   // longer than the timeout). A disk that does not answer in time keeps its
   // last report, or has none. No entry for a node means its health is
   // unknown.
+  // `askAgain` false: only takes in what has arrived, starts no run.
   std::map<std::string, SmartReport> Reports(const std::vector<std::string>& deviceNodes,
-                                             std::chrono::milliseconds wait);
+                                             std::chrono::milliseconds wait, bool askAgain = true);
   // The same, waiting up to the timeout.
   std::map<std::string, SmartReport> Reports(const std::vector<std::string>& deviceNodes);
 

@@ -211,6 +211,28 @@ TEST(SmartctlOutput, UnparsableOutputIsRefused) {
   EXPECT_THROW(pelka::platform::ParseSmartctlOutput("{\"a\": 1}", 0), std::runtime_error);
 }
 
+TEST(SmartctlOutput, MembersOfTheWrongTypeAreRefused) {
+  const auto refusal = [](const std::string& body) {
+    try {
+      pelka::platform::ParseSmartctlOutput("{\"smartctl\": {}" + body + "}", 0);
+    } catch (const std::runtime_error& error) {
+      return std::string(error.what());
+    }
+    return std::string("accepted");
+  };
+  EXPECT_EQ(refusal(", \"model_name\": 5"),
+            "smartctl output with a wrong type: model_name is not a string");
+  EXPECT_EQ(refusal(", \"rotation_rate\": -1"),
+            "smartctl output with a wrong type: rotation_rate is not a number of 0 or more");
+  EXPECT_EQ(refusal(", \"smart_status\": {\"passed\": \"yes\"}"),
+            "smartctl output with a wrong type: smart_status.passed is not true or false");
+  EXPECT_EQ(refusal(", \"smart_support\": []"),
+            "smartctl output with a wrong type: smart_support is not an object");
+  EXPECT_EQ(refusal(", \"smart_status\": {\"passed\": true}, \"serial_number\": \"S1\""),
+            "accepted");
+  EXPECT_THROW(pelka::platform::ParseSmartctlOutput("{\"smartctl\": 3}", 0), std::runtime_error);
+}
+
 TEST(SmartctlOutput, VerdictsFromStatusAndExitBits) {
   const auto parse = [](const std::string& body, int exit) {
     return pelka::platform::ParseSmartctlOutput(
