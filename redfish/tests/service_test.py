@@ -367,6 +367,34 @@ def test_bad_config(args, folder):
     check(p.returncode == 2 and "none.json" in p.stderr, f"missing configuration: {p.stderr!r}")
 
 
+def test_streamed(args, folder):
+    """A Storage of 2,500 drives is streamed (chunked) and arrives whole; HEAD
+    of it has no body; the connection serves the next request after it."""
+    inventory = os.path.join(folder, "inventory-2500.json")
+    maker = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "scripts", "lib",
+                         "make_inventory.py")
+    subprocess.run([sys.executable, maker, "1", "2500", inventory], check=True)
+    big = argparse.Namespace(**vars(args))
+    big.inventory = inventory
+    service = Service(big, folder, "big", {"requestsPerSecond": 0})
+    try:
+        c = service.connect()
+        good = basic("tester", "Tester-Pw-1")
+        s, h, body = service.request("GET", "/redfish/v1/Systems/gen00/Storage/1", good, connection=c)
+        drives = json.loads(body).get("Drives", []) if s == 200 else []
+        if s != 200:
+            print(body[:500], service.log_text()[-1500:])
+        check(s == 200 and h.get("transfer-encoding") == "chunked" and len(drives) == 2500,
+              f"streamed Storage: {s}, {h.get('transfer-encoding')}, {len(drives)} drives")
+        s, h, body = service.request("HEAD", "/redfish/v1/Systems/gen00/Storage/1", good, connection=c)
+        check(s == 200 and body == b"", f"HEAD of a streamed resource: {s}, {len(body)} bytes")
+        s, _, _ = service.request("GET", "/redfish/v1", connection=c)
+        check(s == 200, f"the connection after a streamed reply: {s}")
+        c.close()
+    finally:
+        service.stop()
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--daemon", required=True)
@@ -393,6 +421,7 @@ def main():
             rc = service.stop()
         check(rc == 0, f"SIGTERM: exit status {rc}")
         test_rate_limit(args, folder)
+        test_streamed(args, folder)
         test_bad_config(args, folder)
         if FAILURES:
             print(service.log_text()[-3000:])
