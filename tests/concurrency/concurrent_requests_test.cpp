@@ -70,19 +70,54 @@ class Failures {
   std::string text_;
 };
 
+nlohmann::json SampleInventory() {
+  std::ifstream in(ZEDA_SAMPLE_INVENTORY);
+  if (!in) throw std::runtime_error(std::string("cannot read ") + ZEDA_SAMPLE_INVENTORY);
+  return nlohmann::json::parse(in);
+}
+
+// Serves `inventory` (version 0 of `base` written there) to eight threads
+// while a writer replaces it with newer versions; the environment says where
+// the module takes its inventory from.
+void ServeWhileTheInventoryChanges(const ScratchDir& /*dir*/, const nlohmann::json& base,
+                                   const std::string& inventory);
+
 TEST(ConcurrentRequests, EveryAnswerIsWholeAndNewerThanTheLastWhileTheInventoryChanges) {
   const ScratchDir dir;
   const std::string inventory = dir.path() + "/inventory.json";
-  nlohmann::json base;
-  {
-    std::ifstream in(ZEDA_SAMPLE_INVENTORY);
-    ASSERT_TRUE(in) << ZEDA_SAMPLE_INVENTORY;
-    base = nlohmann::json::parse(in);
-  }
+  const nlohmann::json base = SampleInventory();
   replaceAtomically(inventory, inventoryVersion(base, 0));
   setenv("PELKA_INVENTORY", inventory.c_str(), 1);
   setenv("PELKA_PROGRAM_DATA", (dir.path() + "/program-data").c_str(), 1);
+  ServeWhileTheInventoryChanges(dir, base, inventory);
+}
 
+// The same through a configuration file naming the inventory file and the
+// recorded machine: the refresher thread reads both (the machine every
+// 0.2 s, asking smartctl each time) while the requests take its snapshots.
+TEST(ConcurrentRequests, ConfigurationModeWithAFileAndAMachineWhileTheInventoryChanges) {
+  const ScratchDir dir;
+  const std::string inventory = dir.path() + "/inventory.json";
+  const nlohmann::json base = SampleInventory();
+  replaceAtomically(inventory, inventoryVersion(base, 0));
+  const std::string fixture = ZEDA_LINUX_FIXTURE;
+  const nlohmann::json config = {{"programData", dir.path() + "/program-data"},
+                                 {"sources",
+                                  {{{"type", "file"}, {"path", inventory}},
+                                   {{"type", "linux"},
+                                    {"nas", "fx"},
+                                    {"root", fixture + "/root"},
+                                    {"smartctl", fixture + "/smartctl"},
+                                    {"smartTtlSeconds", 0},
+                                    {"rescanSeconds", 0.2}}}}};
+  replaceAtomically(dir.path() + "/pelka.json", config.dump());
+  setenv("PELKA_CONFIG", (dir.path() + "/pelka.json").c_str(), 1);
+  ServeWhileTheInventoryChanges(dir, base, inventory);
+  unsetenv("PELKA_CONFIG");
+}
+
+void ServeWhileTheInventoryChanges(const ScratchDir& /*dir*/, const nlohmann::json& base,
+                                   const std::string& inventory) {
   host::Host h(ZEDA_MODULE_PATH);
   warmUpDefaults(h);
   const std::vector<Operation> candidates = everyOperation(h);
@@ -165,8 +200,8 @@ TEST(ConcurrentRequests, EveryAnswerIsWholeAndNewerThanTheLastWhileTheInventoryC
   // The changes were seen: answers moved on from version 0.
   EXPECT_GT(newestSeen.load(), 1);
   EXPECT_GT(writer.written(), 10);
-  RecordProperty("requests", std::to_string(served.load()));
-  RecordProperty("versions_written", std::to_string(writer.written()));
+  ::testing::Test::RecordProperty("requests", std::to_string(served.load()));
+  ::testing::Test::RecordProperty("versions_written", std::to_string(writer.written()));
   std::cout << "served " << served.load() << " requests (" << versioned.load()
             << " carrying a version) over " << mix.size() << " operations; " << writer.written()
             << " versions written, newest seen " << newestSeen.load() << "\n";

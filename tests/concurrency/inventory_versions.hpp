@@ -18,7 +18,9 @@
 
 namespace zeda::concurrency_test {
 
-inline constexpr std::uint64_t kBaseRpm = 7200;
+// Above every rotation rate of the recorded machine, whose disks serve beside
+// the versions in configuration mode.
+inline constexpr std::uint64_t kBaseRpm = 10000;
 inline constexpr char kModelPrefix[] = "model-v";
 inline constexpr char kFirmwarePrefix[] = "FW";
 

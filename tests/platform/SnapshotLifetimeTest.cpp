@@ -115,6 +115,93 @@ TEST_F(SnapshotLifetime, UnsetOrUnusableGraceSettingKeepsSnapshotsLong) {
   }
 }
 
+// A request that holds its snapshot (InventoryHold, as every provider call
+// does) reads valid memory however long it runs and however often the
+// inventory is replaced meanwhile, with no grace period at all; the snapshot
+// is freed when the request ends. Under AddressSanitizer a read of freed
+// memory fails the test.
+TEST_F(SnapshotLifetime, ASlowRequestKeepsItsSnapshotUntilItEnds) {
+  const ScopedEnv grace("PELKA_SNAPSHOT_GRACE_SECONDS", "0");
+  platform::UseInMemoryInventory(Version(1));
+  const auto before = platform::SnapshotsInMemory();
+  {
+    const InventoryHold hold;
+    const std::list<Nas>& list = GetNasList();
+    const Nas& nas = Nas::Get("v1-b");
+    zeda::orvi::Orvi& orvi = GetOrvi(nas);
+    std::thread replacer([] {
+      for (long n = 2; n <= 1000; ++n) platform::UseInMemoryInventory(Version(n));
+    });
+    replacer.join();
+    std::this_thread::sleep_for(50ms);                     // longer than the grace period of 0
+    EXPECT_EQ(platform::SnapshotsInMemory(), before + 1);  // its own and the one in service
+    EXPECT_EQ(list.front().name, "v1-a");
+    EXPECT_EQ(list.back().name, "v1-b");
+    EXPECT_EQ(nas.name, "v1-b");
+    EXPECT_EQ(&GetOrvi(nas), &orvi);
+    EXPECT_EQ(orvi.GetDiskList().disks.at(0).id, "v1:3");
+    EXPECT_EQ(orvi.GetDiskHealth("v1:4").message, GetOrvi(nas).GetDiskHealth("v1:4").message);
+    // A look-up of the same request now sees the inventory in service, and
+    // keeps it too.
+    EXPECT_EQ(GetNasList().front().name, "v1000-a");
+  }
+  EXPECT_EQ(platform::SnapshotsInMemory(), before);
+}
+
+// 100,000 replacements while eight readers walk the inventory inside holds,
+// with the default grace period of 300 s: only the holds can free the
+// replaced snapshots, and they do, so memory stays flat.
+TEST_F(SnapshotLifetime, HundredThousandChangesUnderHeldRequestsKeepMemoryFlat) {
+  constexpr long kChanges = 100000;
+  constexpr int kReaders = 8;
+  const ScopedEnv grace("PELKA_SNAPSHOT_GRACE_SECONDS", "");
+  platform::UseInMemoryInventory(Version(0));
+  const auto before = platform::SnapshotsInMemory();
+
+  std::atomic<bool> done{false};
+  std::atomic<long> torn{0};
+  std::atomic<long> walks{0};
+  std::vector<std::thread> readers;
+  for (int r = 0; r < kReaders; ++r) {
+    readers.emplace_back([&] {
+      while (!done) {
+        const InventoryHold hold;
+        if (WalkedVersion() < 0) ++torn;
+        ++walks;
+      }
+    });
+  }
+  const long rssStart = ResidentBytes();
+  long rssSettled = 0;
+  std::size_t mostSnapshots = 0;
+  for (long n = 1; n <= kChanges; ++n) {
+    platform::UseInMemoryInventory(Version(n));
+    if (n % 1000 == 0) {
+      mostSnapshots = std::max(mostSnapshots, platform::SnapshotsInMemory());
+      if (n == 20000) rssSettled = ResidentBytes();
+    }
+  }
+  const long rssEnd = ResidentBytes();
+  done = true;
+  for (std::thread& reader : readers) reader.join();
+  const std::size_t snapshotsEnd = platform::SnapshotsInMemory();
+
+  std::cout << "held: changes " << kChanges << ", walks " << walks << ", RSS start "
+            << rssStart / 1024 << " kB, after 20000 changes " << rssSettled / 1024 << " kB, after "
+            << kChanges << " changes " << rssEnd / 1024 << " kB; snapshots in memory at most "
+            << mostSnapshots << " (" << before << " before), at the end " << snapshotsEnd
+            << std::endl;
+  EXPECT_EQ(torn.load(), 0);
+  EXPECT_GT(walks.load(), 0);
+  // Each reader holds at most the snapshot it walks and, when the inventory
+  // changed during its walk, the next one.
+  EXPECT_LE(mostSnapshots, before + 2 * kReaders);
+  EXPECT_EQ(snapshotsEnd, before);
+#ifndef ZEDA_TEST_UNDER_ASAN
+  EXPECT_LT(rssEnd - rssSettled, 16L * 1024 * 1024);
+#endif
+}
+
 // 100,000 changes while readers walk the inventory: every walk consistent,
 // versions never going backwards for a reader, and the resident memory after
 // the last change no larger than once the first grace period was over.
