@@ -1,7 +1,8 @@
 // One inventory as the library serves it: the NAS list handed to callers and
 // one NAS API object per NAS. Immutable once built; callers keep references
-// into it, so a snapshot is never moved or copied, and freed only a grace
-// period after it left service (InventoryStore.h).
+// into it, so a snapshot is never moved or copied, and freed only when its
+// last holder lets go or, when handed out outside a hold, a grace period after
+// it left service (InventoryStore.h).
 #pragma once
 
 #include <list>

@@ -6,14 +6,17 @@
 // Nas::Get and util::GetNas call and parsed again only when its path, inode,
 // size, modification or change time differ from the last read.
 //
+// With a configuration file (Config.h) the sources are read by a refresher
+// thread instead, and a look-up only takes the snapshot in service.
+//
 // Lifetime of what the library hands out: each inventory is served as an
 // immutable snapshot, and a Nas&, the std::list<Nas>& and an Orvi& taken from
-// it stay valid while it is in service and for a grace period after it was
-// replaced (PELKA_SNAPSHOT_GRACE_SECONDS, default 300), so a request that
-// holds references from before a reload keeps a consistent view as long as it
-// takes less than the grace period. The snapshot is freed after that. A
-// re-read whose content equals the inventory in service keeps the snapshot in
-// service, so touching the file costs no memory.
+// it stay valid while it is in service and, when taken inside an
+// InventoryHold (inventory/Library.h), until the outermost hold of the thread
+// ends; taken outside any hold, for a grace period after it was replaced
+// (PELKA_SNAPSHOT_GRACE_SECONDS, default 300). The snapshot is freed after
+// that. A re-read whose content equals the inventory in service keeps the
+// snapshot in service, so touching the file costs no memory.
 #pragma once
 
 #include <cstddef>
@@ -82,8 +85,9 @@ std::uint64_t InventoryParseCount();
 // Makes the next call re-read the file even when it has not changed.
 void ForgetInventoryFileState();
 
-// How many snapshots are in memory: the one in service (if any) and those
-// replaced less than a grace period ago.
+// How many snapshots are in memory: the one in service (if any), those still
+// held, and those handed out outside a hold and replaced less than a grace
+// period ago.
 std::size_t SnapshotsInMemory();
 
 }  // namespace zeda::pelka::platform
