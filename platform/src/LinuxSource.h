@@ -45,7 +45,9 @@
 // What sysfs or udev should never show (an unreadable disk directory or
 // attribute, a udev entry that is not udev's format; LinuxBlockDevices.h,
 // UdevDatabase.h) is logged once at ERROR, each problem when it appears or
-// changes, not at every read; the rest of the machine is served.
+// changes, not at every read; the rest of the machine is served. In the
+// identity texts, firmware and health message, control characters and bytes
+// that are not well-formed UTF-8 become "?" (PrintableText.h).
 #pragma once
 
 #include <memory>

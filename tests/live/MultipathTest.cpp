@@ -174,6 +174,15 @@ TEST(MultipathMachine, PathsThatVanishLeaveTheDiskUntilTheLastGoes) {
   EXPECT_EQ(disks.count("wwn-0x5000c500d0000001"), 0u);
 }
 
+TEST(MultipathMachine, APathThatVanishesMakesAnotherInventory) {
+  const MachineCopy machine(kMultipath);
+  LinuxSource source(machine.Config());
+  const pelka::platform::Inventory before{{source.Read()}};
+  EXPECT_EQ(before, pelka::platform::Inventory{{source.Read()}});
+  fs::remove(machine.Path("sys/block/sdk"));  // only the paths change
+  EXPECT_NE(before, pelka::platform::Inventory{{source.Read()}});
+}
+
 TEST(MultipathMachine, DisksAndPathsThatAppearShowAtTheNextRead) {
   const MachineCopy machine(kMultipath);
   const fs::path sdk = machine.Path("sys/block/sdk");
