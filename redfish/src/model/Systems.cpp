@@ -34,6 +34,11 @@ Reply SystemReply(const NasIndex& nas) {
   system["SystemType"] = "Physical";
   system["Status"] = EnabledStatus();
   system["Storage"] = Link(StorageCollectionPath(nas.segment));
+  // A NAS is neither booted nor reset through this service; the two objects
+  // stay empty, present because clients such as sushy (OpenStack Ironic)
+  // refuse a system without them.
+  system["Boot"] = Json::object();
+  system["Actions"] = Json::object();
   Reply reply;
   reply.body = Dumped(system);
   return reply;
