@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 #include <map>
 #include <sstream>
@@ -249,7 +248,12 @@ BlockScan ScanBlockDevices(const std::string& root) {
       DmDevice& device = dm[name];
       device.uuid = attributes.Read(block / "dm/uuid");
       device.mapName = attributes.Read(block / "dm/name");
-      device.devNumbers = attributes.Read(block / "dev");
+      if (std::string dev = attributes.Read(block / "dev"); IsDevNumbers(dev)) {
+        device.devNumbers = std::move(dev);
+      } else if (!dev.empty()) {
+        attributes.Note(block / "dev", "\"" + dev + "\" is not major:minor",
+                        name + " is served without its udev properties");
+      }
       device.slaves = SortedEntries(block / "slaves");
       device.holders = SortedEntries(block / "holders");
       continue;
@@ -306,21 +310,27 @@ std::vector<MdArray> ScanMdArrays(const std::string& root, std::vector<MachinePr
   return arrays;
 }
 
-std::set<std::string> DevicesInUse(const std::string& root) {
+std::optional<std::set<std::string>> DevicesInUse(const std::string& root,
+                                                  std::vector<MachineProblem>& problems) {
+  constexpr std::size_t kTableLimit = 64 * 1024 * 1024;
   std::set<std::string> names;
-  const auto addDevice = [&names](const std::string& source) {
-    if (StartsWith(source, "/dev/")) names.insert(fs::path(source).filename().string());
-  };
   const fs::path mounts = Exists(fs::path(root) / "proc/self/mounts")
                               ? fs::path(root) / "proc/self/mounts"
                               : fs::path(root) / "proc/mounts";
   for (const fs::path& table : {mounts, fs::path(root) / "proc/swaps"}) {
-    std::ifstream in(table);
+    const BoundedRead read = ReadBounded(table.string(), kTableLimit);
+    if (read.outcome == BoundedRead::Outcome::Missing) continue;
+    if (read.outcome != BoundedRead::Outcome::Read) {
+      problems.push_back({table.string(), "Cannot read " + table.string() + ": " + read.problem +
+                                              " (no disk counts as free)"});
+      return std::nullopt;
+    }
+    std::istringstream in(read.text);
     for (std::string line; std::getline(in, line);) {
       std::istringstream fields(line);
       std::string source;
       fields >> source;
-      addDevice(source);
+      if (StartsWith(source, "/dev/")) names.insert(fs::path(source).filename().string());
     }
   }
   return names;

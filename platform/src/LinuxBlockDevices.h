@@ -83,7 +83,11 @@ std::vector<MdArray> ScanMdArrays(const std::string& root, std::vector<MachinePr
 
 // Names of block devices in use as a mounted filesystem or as swap (the file
 // name of each /dev/ source: sda1, dm-3, mpatha-part1), from
-// <root>/proc/self/mounts (else <root>/proc/mounts) and <root>/proc/swaps.
-std::set<std::string> DevicesInUse(const std::string& root);
+// <root>/proc/self/mounts (else <root>/proc/mounts) and <root>/proc/swaps; a
+// table that is absent lists nothing. Empty, with a problem, when a table
+// exists but cannot be read or is larger than 64 MiB: what is in use is then
+// unknown.
+std::optional<std::set<std::string>> DevicesInUse(const std::string& root,
+                                                  std::vector<MachineProblem>& problems);
 
 }  // namespace zeda::pelka::platform

@@ -193,8 +193,9 @@ bool LooksFree(const MachineView& machine, const PhysicalDisk& disk) {
       if (map == nullptr || holder != map->name) return false;
     }
   }
+  if (!machine.inUse) return false;  // what is mounted is unknown
   for (const std::string& name : NamesOf(machine, disk)) {
-    if (machine.inUse.count(name) != 0) return false;
+    if (machine.inUse->count(name) != 0) return false;
   }
   if (map != nullptr) {
     const UdevEntry& entry = machine.mapUdev[*disk.map];

@@ -40,7 +40,8 @@
 // A disk udev has no usable entry for (no udev database, as in containers;
 // an entry not yet written; an entry refused as garbage, UdevDatabase.h) is
 // not free: without udev the source does not look at what the disk holds, and
-// a disk holding data must never be offered as free.
+// a disk holding data must never be offered as free. Likewise, no disk is
+// free while a mount or swap table exists but cannot be read.
 //
 // What sysfs or udev should never show (an unreadable disk directory or
 // attribute, a udev entry that is not udev's format; LinuxBlockDevices.h,

@@ -128,7 +128,7 @@ MachineView LookAtMachine(const std::string& root) {
   machine.maps = std::move(scan.maps);
   machine.problems = std::move(scan.problems);
   machine.arrays = ScanMdArrays(root, machine.problems);
-  machine.inUse = DevicesInUse(root);
+  machine.inUse = DevicesInUse(root, machine.problems);
   std::map<std::string, std::size_t> byName;
   for (std::size_t i = 0; i < machine.paths.size(); ++i) {
     const BlockDisk& path = machine.paths[i];

@@ -39,7 +39,8 @@ struct MachineView {
   std::vector<MultipathMap> maps;
   std::vector<UdevEntry> mapUdev;  // of each map
   std::vector<MdArray> arrays;
-  std::set<std::string> inUse;      // mounted or swap (DevicesInUse)
+  // Mounted or swap (DevicesInUse); none when the tables cannot be read.
+  std::optional<std::set<std::string>> inUse;
   std::vector<PhysicalDisk> disks;  // in the name order of their first path
   std::vector<MachineProblem> problems;
 };

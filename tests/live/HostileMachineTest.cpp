@@ -252,6 +252,44 @@ TEST(PrintableText, KeepsUtf8AndMarksEverythingElse) {
   EXPECT_EQ(PrintableText(std::string("a\0b", 3)), "a?b");
 }
 
+TEST_F(HostileMachine, AnUnreadableMountTableMakesNoDiskFree) {
+  const std::string mounts = machine_.Path("proc/mounts");
+  fs::remove(mounts);
+  fs::create_directory(mounts);
+  const std::string swaps = machine_.Path("proc/swaps");
+  fs::remove(swaps);
+  ASSERT_EQ(::mkfifo(swaps.c_str(), 0600), 0);  // never read: mounts comes first
+  const auto disks = Read();
+  ASSERT_EQ(disks.size(), kNasDisks);
+  for (const auto& [id, disk] : disks) EXPECT_FALSE(disk.disk.isFree) << id;
+  EXPECT_EQ(NewLines(),
+            Lines{"Cannot read " + mounts + ": Is a directory (no disk counts as free)"});
+
+  fs::remove(mounts);
+  std::ofstream(mounts) << "/dev/nvme0n1p1 / ext4 rw 0 0\n";
+  EXPECT_FALSE(Read().at(kSsd).disk.isFree);  // now the swap table is the problem
+  EXPECT_EQ(NewLines(),
+            Lines{"Cannot read " + swaps + ": not a regular file (no disk counts as free)"});
+  fs::remove(swaps);  // no swap table at all: nothing is swap
+  EXPECT_TRUE(Read().at(kSsd).disk.isFree);
+  EXPECT_EQ(NewLines(), Lines{});
+}
+
+TEST(HostileMultipathMachine, AMapWhoseDevIsNotMajorMinor) {
+  const MachineCopy machine(ZEDA_MULTIPATH_FIXTURE);
+  const std::string dev = fs::canonical(machine.Path("sys/block/dm-0")).string() + "/dev";
+  std::ofstream(dev) << "../../../etc/passwd\n";
+  const ErrorLines errors;
+  LinuxSource source(machine.Config());
+  const auto disks = DisksById(source.Read());
+  EXPECT_EQ(disks.size(), 13u);
+  // The map's udev entry is not found: the disk is not free.
+  EXPECT_FALSE(disks.at("wwn-0x5000c500d0000001").disk.isFree);
+  EXPECT_EQ(errors.Lines(), Lines{"Bad sysfs attribute " + machine.Path("sys/block/dm-0/dev") +
+                                  ": \"../../../etc/passwd\" is not major:minor (dm-0 is served "
+                                  "without its udev properties)"});
+}
+
 TEST_F(HostileMachine, NoUdevDatabaseAtAllMeansNoDiskIsFree) {
   fs::remove_all(machine_.Path("run/udev"));
   const auto disks = Read();
