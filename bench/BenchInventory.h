@@ -13,6 +13,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <string>
 #include <utility>
@@ -42,6 +43,15 @@ inline Role RoleOf(int d) {
   role.listedAsSpare = role.isSpare || d % 10 == 9;
   role.listedAsData = !role.isFree && !role.listedAsSpare;
   return role;
+}
+
+// Instances an enumeration answers per disk: one of each class, except
+// ZEDA_ConcreteComponent_Primordial, which names free disks (pool 1) and disks
+// that are neither an SSD nor a spare by flag (pool 2).
+inline std::size_t EveryDisk(int /*disk*/) { return 1; }
+inline std::size_t EnumeratedInAPool(int disk) {
+  const Role role = RoleOf(disk);
+  return role.isFree || !(role.isSsd || role.isSpare) ? 1 : 0;
 }
 
 // `disks` disks over NAS devices "nas0", "nas1" ... of `perNas` disks each

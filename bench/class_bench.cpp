@@ -18,18 +18,9 @@ namespace {
 
 namespace host = zeda::host;
 
-using zeda::bench::RoleOf;
+using zeda::bench::EnumeratedInAPool;
+using zeda::bench::EveryDisk;
 using zeda::bench::Size;
-
-// One instance per disk.
-std::size_t EveryDisk(int /*disk*/) { return 1; }
-
-// The enumeration of ZEDA_ConcreteComponent_Primordial names free disks
-// (pool 1) and disks that are neither an SSD nor a spare by flag (pool 2).
-std::size_t EnumeratedInAPool(int disk) {
-  const zeda::bench::Role role = RoleOf(disk);
-  return role.isFree || !(role.isSsd || role.isSpare) ? 1 : 0;
-}
 
 // Enumerates `className` (provider "<className>Provider") once per
 // iteration and checks the number of instances against `perDisk` summed
