@@ -114,6 +114,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
   }
 
   void OnFirstBytes(beast::error_code error, std::size_t bytes) {
+    // An idle keep-alive connection running out of time is ordinary: no log line.
+    if (error == beast::error::timeout) return;
     if (error) return Dropped("while idle", error, kIdleTimeout);
     buffer_.commit(bytes);
     ReadHeader();

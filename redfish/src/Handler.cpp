@@ -19,8 +19,8 @@ Reply Json(std::string body, int status = 200) {
   return reply;
 }
 
-Reply Unauthorized() {
-  Reply reply = ErrorReply(401, "NoValidSession", {});
+// A 401 names the scheme and realm the client may use (RFC 9110).
+Reply Unauthorized(Reply reply) {
   reply.headers.emplace_back("WWW-Authenticate", std::string("Basic realm=\"") + kRealm + "\"");
   return reply;
 }
@@ -53,7 +53,8 @@ Reply Login(const Request& request, Services& services) {
   if (!good) {
     LOG(WARNING) << "Failed login of user \"" << Printable(user) << "\" from "
                  << request.clientAddress << " (session login)";
-    return ErrorReply(401, "ResourceAtUriUnauthorized", {kSessionsPath, "Unauthorized"});
+    return Unauthorized(
+        ErrorReply(401, "ResourceAtUriUnauthorized", {kSessionsPath, "Unauthorized"}));
   }
   const auto created = services.sessions.Create(user, request.clientAddress);
   if (!created) {
@@ -138,7 +139,8 @@ Reply Handle(const Request& request, Services& services) {
       LOG(WARNING) << "Refused " << auth.how << " from " << request.clientAddress
                    << ": unknown, expired or malformed";
     }
-    if (auth.outcome != AuthResult::kAccepted) return Unauthorized();
+    if (auth.outcome != AuthResult::kAccepted)
+      return Unauthorized(ErrorReply(401, "NoValidSession", {}));
     user = auth.user;
   }
   if (IsRead(request.method)) return Read(match, target.path, services);

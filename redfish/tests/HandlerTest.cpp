@@ -119,7 +119,11 @@ TEST_F(RedfishHandler, SessionLoginUseAndLogout) {
 
 TEST_F(RedfishHandler, BadLoginsAreRefusedWithTheirReason) {
   const std::string sessions = "/redfish/v1/SessionService/Sessions";
-  EXPECT_EQ(Send("POST", sessions, "", R"({"UserName":"alice","Password":"no"})").status, 401);
+  const redfish::Reply wrong =
+      Send("POST", sessions, "", R"({"UserName":"alice","Password":"no"})");
+  EXPECT_EQ(wrong.status, 401);
+  EXPECT_EQ(MessageId(wrong), "Base.1.19.0.ResourceAtUriUnauthorized");
+  EXPECT_EQ(Header(wrong, "WWW-Authenticate"), "Basic realm=\"zeda-redfishd\"");
   EXPECT_EQ(Send("POST", sessions, "", R"({"UserName":"eve","Password":"pw-a"})").status, 401);
   EXPECT_EQ(Send("POST", sessions, "", R"({"UserName":"a:b","Password":"x"})").status, 401);
   const redfish::Reply broken = Send("POST", sessions, "", "{\"UserName\":");

@@ -263,6 +263,27 @@ def test_hostile(service):
     check(status_of(out) == 431, f"2000 header fields: {status_of(out)}")
 
 
+def test_connection_limit(service):
+    """32 connections per client address: the 33rd is closed at once."""
+    held = [socket.create_connection(("127.0.0.1", service.port), timeout=5) for _ in range(32)]
+    try:
+        time.sleep(0.5)
+        with socket.create_connection(("127.0.0.1", service.port), timeout=5) as extra:
+            try:
+                closed = extra.recv(1) == b""
+            except ConnectionResetError:
+                closed = True
+            except socket.timeout:
+                closed = False
+        check(closed, "the 33rd connection of one address is closed")
+    finally:
+        for s in held:
+            s.close()
+    time.sleep(0.5)
+    s, _, _ = service.request("GET", "/redfish/v1")
+    check(s == 200, f"after the held connections closed: {s}")
+
+
 def test_slowloris(service):
     """One header byte a second: dropped within the header timeout (plus slack)."""
     request = b"GET /redfish/v1 HTTP/1.1\r\nHost: x\r\nX-Slow: " + b"s" * 100
@@ -410,6 +431,7 @@ def main():
             test_sessions(service)
             test_hostile(service)
             test_tls(service)
+            test_connection_limit(service)
             if not args.skip_slow:
                 test_slowloris(service)
             s, _, _ = service.request("GET", "/redfish/v1/Systems", basic("tester", "Tester-Pw-1"))
