@@ -45,6 +45,15 @@ TEST(RedfishJson, ShortListsAreOneBody) {
   EXPECT_EQ(empty.body, R"({"Drives@odata.count":0,"Drives":[]})");
 }
 
+TEST(RedfishJson, LinksThatNeedEscapingAreEscaped) {
+  const auto reply = LinkListReply(Json::object(), "Members", 2, [](std::size_t i) {
+    return i == 0 ? std::string("/a\"b\\c") : std::string("/\xc3\xa9\x01");
+  });
+  EXPECT_EQ(reply.body,
+            "{\"Members@odata.count\":2,\"Members\":[{\"@odata.id\":\"/a\\\"b\\\\c\"},"
+            "{\"@odata.id\":\"/\xc3\xa9\\u0001\"}]}");
+}
+
 TEST(RedfishJson, LongListsAreStreamedInBoundedPieces) {
   const std::size_t count = 100000;
   auto reply = LinkListReply(Head(), "Members", count,

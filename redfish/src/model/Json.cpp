@@ -7,13 +7,30 @@ namespace zeda::redfish::model {
 
 namespace {
 
+// Whether `text` can stand between JSON quotes as it is: printable ASCII
+// without quote or backslash, as every path made of segments (Ids.h) is.
+bool NeedsNoEscape(std::string_view text) {
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x20 || byte >= 0x7f || c == '"' || c == '\\') return false;
+  }
+  return true;
+}
+
 // Appends the links [from, to) of a list, comma-separated, with a comma in
 // front unless `from` is 0.
 void AppendLinks(std::string& out, const LinkAt& linkAt, std::size_t from, std::size_t to) {
   for (std::size_t i = from; i < to; ++i) {
     if (i != 0) out += ',';
     out += R"({"@odata.id":)";
-    out += Dumped(Json(linkAt(i)));
+    const std::string path = linkAt(i);
+    if (NeedsNoEscape(path)) {
+      out += '"';
+      out += path;
+      out += '"';
+    } else {
+      out += Dumped(Json(path));
+    }
     out += '}';
   }
 }
