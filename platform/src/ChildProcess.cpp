@@ -26,9 +26,11 @@ constexpr std::chrono::milliseconds kPollSlice{10};
 // Children killed and given up, reaped once they have died.
 class Abandoned {
  public:
+  // Never destroyed: children are given up until the very end of the
+  // process, also by destructors of other objects of static duration.
   static Abandoned& Instance() {
-    static Abandoned abandoned;
-    return abandoned;
+    static Abandoned* const abandoned = new Abandoned;
+    return *abandoned;
   }
   void Add(pid_t pid) {
     const std::lock_guard<std::mutex> lock(mutex_);

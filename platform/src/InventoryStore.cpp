@@ -5,6 +5,7 @@
 
 #include <glog/logging.h>
 
+#include "ChildProcess.h"
 #include "Config.h"
 #include "Holds.h"
 #include "SnapshotGrace.h"
@@ -42,9 +43,12 @@ InventoryStore& InventoryStore::Instance() {
 }
 
 InventoryStore::InventoryStore()
-    : refresher_([this](ConfiguredRead read, std::uint64_t resets) {
-        Publish(std::move(read), resets);
-      }) {}
+    : refresher_(
+          [this](ConfiguredRead read, std::uint64_t resets) { Publish(std::move(read), resets); }) {
+  // What the refresher thread uses is made first, so that at the end of the
+  // process it goes after the store, whose destruction stops that thread.
+  ConfiguredSources::Instance();
+}
 
 // The refresher stops before any snapshot goes.
 InventoryStore::~InventoryStore() { refresher_.Stop(); }
