@@ -129,20 +129,23 @@ MachineView LookAtMachine(const std::string& root) {
   machine.problems = std::move(scan.problems);
   machine.arrays = ScanMdArrays(root, machine.problems);
   machine.inUse = DevicesInUse(root, machine.problems);
-  std::map<std::string, std::size_t> byName;
-  for (std::size_t i = 0; i < machine.paths.size(); ++i) {
-    const BlockDisk& path = machine.paths[i];
-    byName[path.name] = i;
+  for (const BlockDisk& path : machine.paths) {
     machine.udev.push_back(ReadUdevEntry(root, path.devNumbers, path.name, machine.problems));
   }
   for (const MultipathMap& map : machine.maps) {
     machine.mapUdev.push_back(ReadUdevEntry(root, map.devNumbers, map.name, machine.problems));
   }
+  MergePaths(machine);
+  return machine;
+}
+
+void MergePaths(MachineView& machine) {
+  std::map<std::string, std::size_t> byName;
+  for (std::size_t i = 0; i < machine.paths.size(); ++i) byName[machine.paths[i].name] = i;
   PathSets sets(machine.paths.size());
   JoinMultipathMaps(machine, byName, sets);
   JoinWorldWideNames(machine, sets);
   machine.disks = Disks(machine, sets);
-  return machine;
 }
 
 std::vector<std::string> SmartNodes(const MachineView& machine) {

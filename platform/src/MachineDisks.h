@@ -53,6 +53,9 @@ bool IsGoneState(const std::string& state);
 // read; every other fault is a problem of the view.
 MachineView LookAtMachine(const std::string& root);
 
+// Fills machine.disks from its paths, their udev entries and the maps.
+void MergePaths(MachineView& machine);
+
 // The device node smartctl is asked about for each disk: /dev/<serving path>,
 // in disk order.
 std::vector<std::string> SmartNodes(const MachineView& machine);

@@ -38,8 +38,7 @@ std::optional<std::string> LineProblem(const std::string& line) {
 
 UdevEntry ReadUdevEntry(const std::string& root, const std::string& devNumbers,
                         const std::string& deviceName, std::vector<MachineProblem>& problems) {
-  UdevEntry entry;
-  if (devNumbers.empty()) return entry;
+  if (devNumbers.empty()) return UdevEntry{};
   const std::string path =
       (std::filesystem::path(root) / "run/udev/data" / ("b" + devNumbers)).string();
   const auto refuse = [&](const std::string& problem) {
@@ -50,7 +49,7 @@ UdevEntry ReadUdevEntry(const std::string& root, const std::string& devNumbers,
   const BoundedRead read = ReadBounded(path, kEntryLimit);
   switch (read.outcome) {
     case BoundedRead::Outcome::Missing:
-      return entry;
+      return UdevEntry{};
     case BoundedRead::Outcome::Unreadable:
       return refuse("cannot be read: " + read.problem);
     case BoundedRead::Outcome::TooLarge:
@@ -58,15 +57,23 @@ UdevEntry ReadUdevEntry(const std::string& root, const std::string& devNumbers,
     case BoundedRead::Outcome::Read:
       break;
   }
+  std::string problem;
+  UdevEntry entry = ParseUdevEntry(read.text, problem);
+  return entry.found ? entry : refuse(problem);
+}
+
+UdevEntry ParseUdevEntry(const std::string& text, std::string& problem) {
+  UdevEntry entry;
   std::size_t number = 0;
-  for (std::string::size_type start = 0; start < read.text.size();) {
-    std::string::size_type end = read.text.find('\n', start);
-    if (end == std::string::npos) end = read.text.size();
-    const std::string line = read.text.substr(start, end - start);
+  for (std::string::size_type start = 0; start < text.size();) {
+    std::string::size_type end = text.find('\n', start);
+    if (end == std::string::npos) end = text.size();
+    const std::string line = text.substr(start, end - start);
     start = end + 1;
     ++number;
-    if (const auto problem = LineProblem(line)) {
-      return refuse("line " + std::to_string(number) + ": " + *problem);
+    if (const auto lineProblem = LineProblem(line)) {
+      problem = "line " + std::to_string(number) + ": " + *lineProblem;
+      return UdevEntry{};
     }
     if (line.rfind("E:", 0) == 0) {
       const std::string::size_type equals = line.find('=');

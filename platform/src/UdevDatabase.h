@@ -24,6 +24,10 @@ struct UdevEntry {
   std::map<std::string, std::string> properties;
 };
 
+// The text of an entry checked and parsed: `found` and its properties, or
+// not found with `problem` saying what is wrong ("line 3: binary data").
+UdevEntry ParseUdevEntry(const std::string& text, std::string& problem);
+
 // The entry of the device `devNumbers` ("major:minor"), known to the rest of
 // the source as `deviceName`, which the problem names.
 UdevEntry ReadUdevEntry(const std::string& root, const std::string& devNumbers,
