@@ -8,7 +8,13 @@ ZEDA_JOBS="${ZEDA_JOBS:-$(nproc)}"
 ZEDA_PACKAGES=(g++ clang libclang-rt-14-dev lld cmake ninja-build make pkg-config binutils
   libgoogle-glog-dev libboost-dev nlohmann-json3-dev libsimdjson-dev
   libgtest-dev libgmock-dev googletest libbenchmark-dev
-  smartmontools dpkg-dev)
+  smartmontools dpkg-dev
+  libssl-dev libcrypt-dev python3-sushy redfishtool curl)
+# What the DMTF Redfish Service Validator's offline bundle needs besides
+# python3 (scripts/test-redfish installs them when the bundle is there).
+ZEDA_REDFISH_VALIDATOR_PACKAGES=(python3-requests python3-colorama python3-openpyxl
+  python3-requests-toolbelt python3-requests-unixsocket python3-xlsxwriter python3-jsonpatch
+  python3-json-pointer)
 
 # Every build states every option it relies on: CMake keeps cached values, so
 # a build directory configured by one script must not change what another
