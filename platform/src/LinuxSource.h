@@ -26,7 +26,8 @@
 // as the text after the last "DiskExtent" of an extent's DeviceID).
 // Identifiers are unique: when disks would share one (two disks with one
 // model and serial from a faulty firmware, names that differ only in
-// characters that become "_"), they are ordered by their physical attachment
+// characters that become "_", one WWN on disks that differ in size or
+// serial), they are ordered by their physical attachment
 // path, then kernel name; the first keeps the identifier and the others get
 // "~2", "~3", ... appended ("~" appears in no identifier otherwise). The
 // order does not depend on the sdX names, so the suffixes survive a reboot
