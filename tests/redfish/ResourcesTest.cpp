@@ -1,4 +1,6 @@
+#include <atomic>
 #include <chrono>
+#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -236,6 +238,54 @@ TEST_F(RedfishResources, LargeNasStreamsAndFindsOneDriveWithoutAWalk) {
   std::cout << "100 drives of a 100,000-disk NAS: "
             << std::chrono::duration_cast<std::chrono::microseconds>(elapsed).count() / 100
             << " us each\n";
+}
+
+}  // namespace
+}  // namespace zeda::test
+
+namespace zeda::test {
+namespace {
+
+// Eight clients ask for drives while the inventory is replaced again and
+// again: every answer is whole and belongs to one of the inventories, and no
+// index outlives what it was built from (run under the sanitizers too).
+TEST(RedfishResourcesConcurrency, ChangingInventoryUnderEightClients) {
+  constexpr int kVersions = 40;
+  auto versionOf = [](int version) {
+    zeda::pelka::platform::Inventory inventory;
+    inventory.nas = {LargeNas("big", 2000)};
+    for (auto& disk : inventory.nas[0].disks) disk.disk.firmwareVersion = std::to_string(version);
+    return inventory;
+  };
+  zeda::pelka::platform::UseInMemoryInventory(versionOf(0));
+  std::atomic<bool> stop{false};
+  std::atomic<int> bad{0};
+  std::atomic<long> answers{0};
+  std::vector<std::thread> clients;
+  for (int c = 0; c < 8; ++c) {
+    clients.emplace_back([&, c] {
+      for (int i = 0; !stop; ++i) {
+        const std::string id = "d00" + std::to_string(1000 + (c * 131 + i * 17) % 1000);
+        Reply reply = GetResource("/redfish/v1/Systems/big/Storage/1/Drives/" + id);
+        const Json drive = Json::parse(Text(reply), nullptr, false);
+        const bool whole = reply.status == 200 && drive.is_object() && drive["Id"] == id &&
+                           std::stoi(drive["Revision"].get<std::string>()) < kVersions;
+        if (!whole) ++bad;
+        ++answers;
+      }
+    });
+  }
+  for (int version = 1; version < kVersions; ++version) {
+    zeda::pelka::platform::UseInMemoryInventory(versionOf(version));
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+  stop = true;
+  for (std::thread& client : clients) client.join();
+  EXPECT_EQ(bad, 0);
+  EXPECT_GT(answers, 0);
+  EXPECT_EQ(Get("/redfish/v1/Systems/big/Storage/1/Drives/d001234")["Revision"],
+            std::to_string(kVersions - 1));
+  zeda::pelka::platform::UseFileInventory();
 }
 
 }  // namespace
