@@ -42,6 +42,24 @@ std::optional<std::vector<std::string_view>> SegmentsOf(std::string_view path) {
   return segments;
 }
 
+// A client's path as it may stand in a log line: printable ASCII as it is,
+// any other byte as \xHH.
+std::string Printable(std::string_view path) {
+  static constexpr char kHex[] = "0123456789abcdef";
+  std::string out;
+  for (const char c : path) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte >= 0x20 && byte < 0x7f && c != '\\') {
+      out += c;
+    } else {
+      out += "\\x";
+      out += kHex[byte >> 4];
+      out += kHex[byte & 0x0f];
+    }
+  }
+  return out;
+}
+
 Reply NotFound(std::string_view type, std::string_view id) {
   return ErrorReply(404, "ResourceNotFound", {std::string(type), std::string(id)});
 }
@@ -122,7 +140,7 @@ Reply GetResource(std::string_view path) {
     const zeda::pelka::InventoryHold hold;
     return SystemsResource({segments->begin() + 1, segments->end()});
   } catch (const std::exception& e) {
-    LOG(ERROR) << "Redfish: GET " << path << ": " << e.what();
+    LOG(ERROR) << "Redfish: GET " << Printable(path) << ": " << e.what();
     return ErrorReply(500, "InternalError", {});
   }
 }

@@ -1,11 +1,14 @@
 #include <atomic>
 #include <chrono>
+#include <fstream>
 #include <thread>
 
 #include <gtest/gtest.h>
 
+#include "ErrorLines.h"
 #include "ModelInventories.h"
 #include "Resources.h"
+#include "TempDir.h"
 #include "model/IndexCache.h"
 #include "model/Json.h"
 #include "platform/Inventory.h"
@@ -286,6 +289,40 @@ TEST(RedfishResourcesConcurrency, ChangingInventoryUnderEightClients) {
   EXPECT_EQ(Get("/redfish/v1/Systems/big/Storage/1/Drives/d001234")["Revision"],
             std::to_string(kVersions - 1));
   zeda::pelka::platform::UseFileInventory();
+}
+
+}  // namespace
+}  // namespace zeda::test
+
+namespace zeda::test {
+namespace {
+
+TEST(RedfishResourcesFailure, UnreadableInventoryAnswersInternalError) {
+  TempDir dir;
+  const std::string file = dir.file("inventory.json");
+  {
+    std::ofstream out(file);
+    out << "{\"nas\": [";  // cut short
+  }
+  ::setenv("PELKA_INVENTORY", file.c_str(), 1);
+  zeda::pelka::platform::UseFileInventory();
+  const ErrorLines errors;
+  for (const char* path : {"/redfish/v1/Systems", "/redfish/v1/Systems/nas1/Storage/1/Drives/0:1",
+                           "/redfish/v1/Systems/a\nE1125 forged\\x"}) {
+    Reply reply = GetResource(path);
+    EXPECT_EQ(reply.status, 500) << path;
+    EXPECT_EQ(Json::parse(reply.body)["error"]["code"], "Base.1.19.0.InternalError") << path;
+  }
+  // One line per failure, the client's bytes never breaking a line.
+  const std::vector<std::string> lines = errors.Lines();
+  ASSERT_EQ(lines.size(), 3u);
+  EXPECT_EQ(lines[0].rfind("Redfish: GET /redfish/v1/Systems: Bad inventory file " + file, 0), 0u)
+      << lines[0];
+  EXPECT_EQ(lines[2].rfind("Redfish: GET /redfish/v1/Systems/a\\x0aE1125 forged\\x5cx: ", 0), 0u)
+      << lines[2];
+  // The documents that read no inventory still answer.
+  EXPECT_EQ(GetResource("/redfish/v1/$metadata").status, 200);
+  ::unsetenv("PELKA_INVENTORY");
 }
 
 }  // namespace
