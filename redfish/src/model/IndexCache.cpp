@@ -47,8 +47,11 @@ void IndexCache::Run() {
     changed_.wait(lock, [&] { return requested_ > finished_ || stopping_; });
     if (stopping_) break;
     const std::uint64_t ticket = requested_;
+    // The old index leaves the cache before its hold ends: once its
+    // inventory is freed, a newer one may take the same address.
+    pinned_.reset();
     lock.unlock();
-    // The old index stays usable (it holds copies); its inventory may go.
+    // Replies still streaming from the old index read only its copies.
     hold.reset();
     hold.emplace();
     std::shared_ptr<const InventoryIndex> index;
