@@ -130,7 +130,7 @@ TEST(RedfishDriveMapping, DurableNameOnlyForWorldWideNames) {
   const auto eui = DurableNameOf("eui-0025388b91b2e5a1");
   ASSERT_TRUE(eui);
   EXPECT_EQ(eui->format, "EUI");
-  EXPECT_EQ(eui->name, "0025388B91B2E5A1");
+  EXPECT_EQ(eui->name, "00:25:38:8B:91:B2:E5:A1");
   for (const char* id :
        {"0:3", "wwn-0x5000c500a1b2c3d", "wwn-0x5000c500a1b2c3dg", "wwn-eui.0025388b91b2e5a1",
         "eui-0025388b91b2e5a", "sata-WDC_X_Y", "WWN-0x5000c500a1b2c3d4", ""}) {

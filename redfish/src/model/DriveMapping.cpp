@@ -73,7 +73,15 @@ std::optional<DurableName> DurableNameOf(std::string_view id) {
   if (StartsWith(id, "eui-")) {
     const std::string_view digits = id.substr(4);
     if (digits.size() != 16) return std::nullopt;
-    if (auto hex = UpperHex(digits)) return DurableName{"EUI", std::move(*hex)};
+    const std::optional<std::string> hex = UpperHex(digits);
+    if (!hex) return std::nullopt;
+    // The EUI-64 form of the schema: eight octets separated by colons.
+    std::string octets;
+    for (std::size_t i = 0; i < hex->size(); i += 2) {
+      if (i != 0) octets += ':';
+      octets += hex->substr(i, 2);
+    }
+    return DurableName{"EUI", std::move(octets)};
   }
   return std::nullopt;
 }

@@ -42,7 +42,7 @@ std::string ManufacturerOf(const std::string& product, const std::string& model)
 // Drive.Identifiers[0] when the identifier names a world-wide name.
 struct DurableName {
   std::string_view format;  // "NAA" or "EUI"
-  std::string name;         // upper-case hexadecimal
+  std::string name;         // upper-case hexadecimal; EUI octets separated by ":"
 };
 
 // The world-wide name inside a disk identifier of the form
