@@ -6,8 +6,10 @@ and prints, per benchmark measured at the three sizes, the cost per disk of
 100,000 disks in one NAS over that of 1,000 disks in NAS devices of 500
 (CPU time, from items_per_second), the counters of the ratio benchmarks, and
 for the BM_Served benchmarks the cost of a request in configuration mode over
-that in file mode (CPU time per iteration; wall-clock time in brackets), and
-of a getInstance at 1,000,000 disks over one at 1,000 in each mode.
+that in file mode (CPU time per iteration; wall-clock time in brackets; for
+the alternating BM_Served...Paired benchmarks the median ratio of their
+pairs), and of a getInstance at 1,000,000 disks over one at 1,000 in each
+mode.
 A run with --benchmark_repetitions=N gives each figure as the median of its
 repetitions, which a noisy machine needs.
 
@@ -80,6 +82,17 @@ def served_ratios(runs):
             file = by_name.get(name.replace("/config/", "/file/", 1))
             if file is not None:
                 pairs.append((name.replace("/config/", "/", 1), file, config))
+    paired = [(name, b) for name, b in sorted(by_name.items())
+              if name.startswith("BM_Served") and "config_to_file" in b]
+    if paired:
+        print()
+        print("| Alternating benchmark | file mode, CPU per request | configuration mode "
+              "| configuration / file, median of the pairs |")
+        print("|---|---|---|---|")
+        for name, b in paired:
+            name = re.sub(r"/iterations:[0-9]+", "", name)
+            print(f"| `{name}` | {readable(b['file_us'] * 1e3)} | {readable(b['config_us'] * 1e3)} "
+                  f"| {b['config_to_file']:.3f} |")
     if not pairs:
         return
     print()
