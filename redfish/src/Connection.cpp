@@ -42,9 +42,9 @@ class BusyMark {
 };
 
 bool IsQuietEnd(const beast::error_code& error) {
-  return error == http::error::end_of_stream || error == net::error::eof ||
-         error == net::error::connection_reset || error == net::error::operation_aborted ||
-         error == ssl::error::stream_truncated;
+  return error == http::error::end_of_stream || error == http::error::partial_message ||
+         error == net::error::eof || error == net::error::connection_reset ||
+         error == net::error::operation_aborted || error == ssl::error::stream_truncated;
 }
 
 bool SameNoCase(std::string_view a, std::string_view b) {
