@@ -124,8 +124,16 @@ def with_redfishtool(args):
     return found
 
 
+class OneLineParser(argparse.ArgumentParser):
+    """Bad arguments: one line naming the problem, exit status 2."""
+
+    def error(self, message):
+        sys.stderr.write(f"{self.prog}: {message}\n")
+        sys.exit(2)
+
+
 def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser = OneLineParser(description=__doc__.splitlines()[0])
     parser.add_argument("client", choices=["sushy", "redfishtool"])
     parser.add_argument("--base", required=True)
     parser.add_argument("--user", required=True)

@@ -311,8 +311,16 @@ def compare_views(args, folder, label, config, service, settle):
     return checked
 
 
+class OneLineParser(argparse.ArgumentParser):
+    """Bad arguments: one line naming the problem, exit status 2."""
+
+    def error(self, message):
+        sys.stderr.write(f"{self.prog}: {message}\n")
+        sys.exit(2)
+
+
 def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser = OneLineParser(description=__doc__.splitlines()[0])
     parser.add_argument("--daemon", required=True)
     parser.add_argument("--user-tool", required=True)
     parser.add_argument("--zeda-cim", required=True)
