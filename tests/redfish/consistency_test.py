@@ -72,7 +72,7 @@ class Cim:
         for _ in range(3):
             try:
                 out = subprocess.run(self.base + list(args), capture_output=True, text=True,
-                                     timeout=60)
+                                     timeout=20)
                 stdout = out.stdout
             except subprocess.TimeoutExpired as timeout:
                 stdout = (timeout.stdout or b"").decode()
@@ -123,7 +123,7 @@ class Service:
             ctx.check_hostname = False
             ctx.verify_mode = ssl.CERT_NONE
             self.connection = http.client.HTTPSConnection("127.0.0.1", int(self.port), context=ctx,
-                                                          timeout=60)
+                                                          timeout=20)
         self.connection.request("GET", path, headers={"Authorization": self.auth})
         response = self.connection.getresponse()
         body = response.read()
