@@ -8,11 +8,12 @@ constexpr char kHexDigits[] = "0123456789abcdef";
 
 bool IsPlainCharacter(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-' ||
-         c == '.' || c == '_' || c == ':';
+         c == '.' || c == '_' || c == ':' || c == '~';
 }
 
 bool IsPlain(std::string_view name) {
-  if (name.empty() || name == "." || name == "..") return false;
+  // A leading "~" marks the hexadecimal form.
+  if (name.empty() || name[0] == '~' || name == "." || name == "..") return false;
   for (const char c : name) {
     if (!IsPlainCharacter(c)) return false;
   }
