@@ -327,3 +327,62 @@ TEST(RedfishResourcesFailure, UnreadableInventoryAnswersInternalError) {
 
 }  // namespace
 }  // namespace zeda::test
+
+namespace zeda::test {
+namespace {
+
+// Paths made of the service's own words, odd segments and random bytes: every
+// answer is 200 or 404 with a body of JSON, never anything else.
+TEST(RedfishResourcesHostile, RandomPathsAnswer200Or404) {
+  zeda::pelka::platform::Inventory inventory;
+  inventory.nas = {ExampleNas1()};
+  zeda::pelka::platform::UseInMemoryInventory(std::move(inventory));
+  const std::vector<std::string> words = {"Systems",
+                                          "nas1",
+                                          "Storage",
+                                          "1",
+                                          "Drives",
+                                          "0:3",
+                                          "StoragePools",
+                                          "PrimordialPool2",
+                                          "CapacitySources",
+                                          "ProvidingDrives",
+                                          "",
+                                          ".",
+                                          "..",
+                                          "~",
+                                          "~30",
+                                          "%2F",
+                                          "$metadata",
+                                          "odata",
+                                          std::string("\0", 1),
+                                          "\xff\xfe",
+                                          "0:3/"};
+  std::uint64_t state = 42;
+  auto next = [&state] {
+    state = state * 6364136223846793005ULL + 1442695040888963407ULL;
+    return static_cast<std::size_t>(state >> 33);
+  };
+  for (int i = 0; i < 20000; ++i) {
+    std::string path = "/redfish/v1/";
+    const std::size_t segments = next() % 9;
+    for (std::size_t s = 0; s < segments; ++s) {
+      if (s != 0) path += '/';
+      if (next() % 8 == 0) {
+        for (std::size_t b = next() % 6; b > 0; --b) path += static_cast<char>(next() % 256);
+      } else {
+        path += words[next() % words.size()];
+      }
+    }
+    Reply reply = GetResource(path);
+    ASSERT_TRUE(reply.status == 200 || reply.status == 404) << reply.status << " " << path;
+    const std::string text = Text(reply);
+    if (reply.headers.empty()) {  // JSON unless a Content-Type (XML of $metadata) is given
+      ASSERT_FALSE(Json::parse(text, nullptr, false).is_discarded()) << path;
+    }
+  }
+  zeda::pelka::platform::UseFileInventory();
+}
+
+}  // namespace
+}  // namespace zeda::test
