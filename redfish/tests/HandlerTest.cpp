@@ -155,7 +155,7 @@ TEST_F(RedfishHandler, HostileTargetsGetA4xxWithoutReachingTheInventory) {
   // The error body stays valid JSON whatever the target held.
   const redfish::Reply reply = Send("GET", "/redfish/v1/\xff\"%2F", kAlice);
   EXPECT_EQ(reply.status, 404);
-  EXPECT_NO_THROW(Json::parse(reply.body));
+  EXPECT_TRUE(Json::accept(reply.body));
 }
 
 TEST_F(RedfishHandler, AccountsAreAReadOnlyView) {

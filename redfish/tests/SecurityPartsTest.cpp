@@ -17,7 +17,6 @@
 namespace zeda::test {
 namespace {
 
-using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
 TEST(RedfishAccounts, NamesAreShortAndPlain) {
