@@ -2,10 +2,10 @@
 # cmake --install lays out the provider directory (module + libPelkaUtility,
 # no separate binding), zeda-cim and zeda-register, the class MOF, both
 # registrations, the configuration (this machine through the linux source,
-# tried over the recorded machine of tests/fixtures/linux) and the man pages; the installed
-# tree still works when moved elsewhere, its zeda-cim loads the installed
-# module and answers exactly as the build tree's; zeda-register --dry-run
-# prints the object managers' commands.
+# tried over the recorded machine of tests/fixtures/linux) and the man pages;
+# the installed tree still works when moved elsewhere, its zeda-cim loads the
+# installed module and answers exactly as the build tree's; zeda-register
+# --dry-run prints the object managers' commands.
 # usage: install_layout_test.sh BUILD_DIR SOURCE_DIR BUILD_ZEDA_CIM BUILD_MODULE
 set -u
 build=$1 src=$2 cim=$3 module=$4
