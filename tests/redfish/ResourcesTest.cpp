@@ -70,6 +70,10 @@ TEST_F(RedfishResources, SystemsListEveryNasInOrder) {
   EXPECT_EQ(system["Id"], "~7368656c6620322f62");
   EXPECT_EQ(system["Name"], "shelf 2/b");
   EXPECT_EQ(system["Storage"]["@odata.id"], "/redfish/v1/Systems/~7368656c6620322f62/Storage");
+  EXPECT_EQ(system["Status"], Json({{"State", "Enabled"}, {"HealthRollup", "OK"}}));
+  // 0:3 is degraded and 0:10 predicts its failure; none is critical.
+  EXPECT_EQ(Get("/redfish/v1/Systems/nas1")["Status"]["HealthRollup"], "Warning");
+  EXPECT_EQ(Get("/redfish/v1/Systems/nas1/Storage/1")["Status"]["HealthRollup"], "Warning");
 }
 
 TEST_F(RedfishResources, StorageLinksEveryDrive) {

@@ -202,7 +202,7 @@ def redfish_view(service):
                 pool["members"] = {service_drive_name(disks, m["@odata.id"])
                                    for m in providing["Members"]}
                 pools[pool["Id"]] = pool
-        view[system["Name"]] = {"disks": disks, "pools": pools}
+        view[system["Name"]] = {"disks": disks, "pools": pools, "status": system["Status"]}
     return view
 
 
@@ -227,6 +227,13 @@ def compare(label, cim, redfish):
                  f"only in Redfish {sorted(set(r_disks) - set(c_disks))[:5]}")
         pools_of = {d: {p for p, pool in cim[nas]["pools"].items() if d in pool["members"]}
                     for d in c_disks}
+        # HealthRollup: the worst Health of the NAS's drives.
+        healths = {expected_status(c["drive"]["OperationalStatus"][0], c["drive"]["HealthState"])
+                   [0].get("Health") for c in c_disks.values()}
+        rollup = next((h for h in ("Critical", "Warning", "OK") if h in healths), None)
+        if redfish[nas]["status"].get("HealthRollup") != rollup:
+            fail(f"{label}/{nas}: HealthRollup {redfish[nas]['status'].get('HealthRollup')!r}, "
+                 f"the drives' worst is {rollup!r}")
         for disk_id in sorted(set(c_disks) & set(r_disks)):
             c, r = c_disks[disk_id], r_disks[disk_id]
             where = f"{label}/{nas}/{disk_id}"

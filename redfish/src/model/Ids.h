@@ -5,9 +5,9 @@
 // start with "~" (and is not "." or "..") is its own segment: "nas1", "0:3",
 // "wwn-0x5000c500a1b2c3d4", "sata-X_Y~2". Any other name, the empty one
 // included, becomes "~" followed by the lower-case hexadecimal of its bytes:
-// "disk 7" gives "~6469736b2037", "a/b" gives "~612f62". Both forms need no percent-encoding, so the segment reaches the
-// service unchanged whatever a client does to it, and every name has exactly
-// one segment: a "~" segment that decodes to a plain name is refused.
+// "disk 7" gives "~6469736b2037", "a/b" gives "~612f62". Both forms need no percent-encoding, so
+// the segment reaches the service unchanged whatever a client does to it, and every name has
+// exactly one segment: a "~" segment that decodes to a plain name is refused.
 #pragma once
 
 #include <optional>

@@ -1,8 +1,10 @@
 #include "model/InventoryIndex.h"
 
+#include <algorithm>
 #include <list>
 
 #include "inventory/Library.h"
+#include "model/DriveMapping.h"
 #include "model/Ids.h"
 
 namespace zeda::redfish::model {
@@ -59,14 +61,32 @@ NasIndex IndexNas(const zeda::pelka::Nas* nas, std::string name,
   return index;
 }
 
+std::optional<std::string_view> HealthRollupOf(const std::vector<zeda::orvi::OrviDisk>& disks,
+                                               zeda::orvi::Orvi& orvi) {
+  constexpr std::string_view kOrder[] = {"OK", "Warning", "Critical"};
+  int worst = -1;
+  for (const zeda::orvi::OrviDisk& disk : disks) {
+    const CimDriveFigures figures =
+        CimFiguresOf(disk, orvi.GetDiskHealth(HealthKeyOf(disk.id)).healthStatus);
+    const auto health = ConditionOf(figures.operationalStatus, figures.healthState).health;
+    for (int rank = 0; health && rank < 3; ++rank) {
+      if (*health == kOrder[rank]) worst = std::max(worst, rank);
+    }
+  }
+  if (worst < 0) return std::nullopt;
+  return kOrder[worst];
+}
+
 std::shared_ptr<const InventoryIndex> BuildIndex() {
   auto index = std::make_shared<InventoryIndex>();
   const std::list<zeda::pelka::Nas>& nasList = zeda::pelka::GetNasList();
   index->source = &nasList;
   index->nas.reserve(nasList.size());
   for (const zeda::pelka::Nas& nas : nasList) {
-    const zeda::orvi::OrviDiskList diskList = zeda::pelka::GetOrvi(nas).GetDiskList();
+    zeda::orvi::Orvi& orvi = zeda::pelka::GetOrvi(nas);
+    const zeda::orvi::OrviDiskList diskList = orvi.GetDiskList();
     index->nas.push_back(IndexNas(&nas, nas.name, diskList));
+    index->nas.back().healthRollup = HealthRollupOf(index->nas.back().disks, orvi);
   }
   // The first NAS of a name answers, as Nas::Get finds it.
   for (std::size_t n = 0; n < index->nas.size(); ++n) {

@@ -10,12 +10,14 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "inventory/Nas.h"
+#include "inventory/Orvi.h"
 #include "inventory/Records.h"
 #include "providers/pools/PoolRules.h"
 
@@ -40,6 +42,9 @@ struct NasIndex {
   // The CIM TotalManagedSpace of each pool (ComputePoolTotals over every
   // record of the NAS).
   zeda::pelka::PoolTotals totals{};
+  // The worst Drive Status.Health of the NAS ("Critical" over "Warning" over
+  // "OK"); nothing when no drive has one. Filled by BuildIndex.
+  std::optional<std::string_view> healthRollup;
 
   // Position of the disk of a path segment, or disks.size().
   std::size_t FindDisk(std::string_view segment) const;
@@ -60,6 +65,11 @@ struct InventoryIndex {
 // GetOrvi and GetDiskList(). Call it while holding the inventory; the
 // library's exceptions pass through.
 std::shared_ptr<const InventoryIndex> BuildIndex();
+
+// The worst of the drives' Status.Health: each disk's health asked of `orvi`
+// as DriveReply asks it.
+std::optional<std::string_view> HealthRollupOf(const std::vector<zeda::orvi::OrviDisk>& disks,
+                                               zeda::orvi::Orvi& orvi);
 
 // Indexes one NAS from its disk list (the part of BuildIndex that reads no
 // library); `nas` may be null.

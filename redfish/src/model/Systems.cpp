@@ -8,9 +8,11 @@ namespace zeda::redfish::model {
 
 namespace {
 
-Json EnabledStatus() {
+// Enabled, with the worst health of the NAS's drives as HealthRollup.
+Json EnabledStatus(const NasIndex& nas) {
   Json status = Json::object();
   status["State"] = "Enabled";
+  if (nas.healthRollup) status["HealthRollup"] = *nas.healthRollup;
   return status;
 }
 
@@ -32,7 +34,7 @@ Reply SystemReply(const NasIndex& nas) {
   system["Id"] = nas.segment;
   system["Name"] = nas.name;
   system["SystemType"] = "Physical";
-  system["Status"] = EnabledStatus();
+  system["Status"] = EnabledStatus(nas);
   system["Storage"] = Link(StorageCollectionPath(nas.segment));
   // A NAS is neither booted nor reset through this service; the two objects
   // stay empty, present because clients such as sushy (OpenStack Ironic)
@@ -59,7 +61,7 @@ Reply StorageReply(const std::shared_ptr<const InventoryIndex>& index, const Nas
   head["@odata.type"] = type::kStorage;
   head["Id"] = kStorageId;
   head["Name"] = "Disks of " + nas.name;
-  head["Status"] = EnabledStatus();
+  head["Status"] = EnabledStatus(nas);
   head["StoragePools"] = Link(PoolCollectionPath(nas.segment));
   // The aliasing pointer keeps the whole index alive while streaming.
   const std::shared_ptr<const NasIndex> disks(index, &nas);
