@@ -1,10 +1,14 @@
 // zeda-redfish-user --accounts FILE add|remove NAME
 //
 // Keeps the accounts of the Redfish service. `add` reads the password, one
-// line, from standard input and stores a salted yescrypt hash of it (an
-// existing account gets the new password); `remove` deletes the account.
+// line, from standard input (no echo on a terminal) and stores a salted
+// yescrypt hash of it (an existing account gets the new password); `remove`
+// deletes the account.
 // The file is replaced atomically and has mode 0600.
 // Exit status: 0 done, 1 the file could not be read or written, 2 bad usage.
+#include <termios.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <iostream>
 #include <stdexcept>
@@ -69,9 +73,39 @@ std::string ParseArguments(const std::vector<std::string>& args, Arguments& pars
   return {};
 }
 
+// Turns the terminal's echo off while it lives, when standard input is one.
+class NoEcho {
+ public:
+  NoEcho() {
+    if (::isatty(STDIN_FILENO) == 1 && ::tcgetattr(STDIN_FILENO, &saved_) == 0) {
+      termios quiet = saved_;
+      quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+      active_ = ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &quiet) == 0;
+      if (active_) std::cerr << "Password: " << std::flush;
+    }
+  }
+  ~NoEcho() {
+    if (active_) {
+      ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &saved_);
+      std::cerr << "\n";
+    }
+  }
+  NoEcho(const NoEcho&) = delete;
+  NoEcho& operator=(const NoEcho&) = delete;
+
+ private:
+  termios saved_{};
+  bool active_ = false;
+};
+
 int Add(const Arguments& args, std::vector<zeda::redfish::Account>& accounts) {
   std::string password;
-  if (!std::getline(std::cin, password)) {
+  bool read = false;
+  {
+    const NoEcho quiet;
+    read = static_cast<bool>(std::getline(std::cin, password));
+  }
+  if (!read) {
     return BadUsage("no password on standard input (one line)");
   }
   if (!password.empty() && password.back() == '\r') password.pop_back();
