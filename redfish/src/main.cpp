@@ -85,6 +85,35 @@ class ResetOnExit {
   std::function<void()> reset_;
 };
 
+bool SameSection(const RedfishConfig& a, const RedfishConfig& b) {
+  return a.address == b.address && a.port == b.port && a.certificate == b.certificate &&
+         a.key == b.key && a.accounts == b.accounts && a.requestsPerSecond == b.requestsPerSecond;
+}
+
+// SIGHUP: checks the configuration file again. The inventory follows its
+// sources by itself and the accounts file is read again when it changes; a
+// changed redfish section takes a restart, and a bad one is only reported:
+// the service goes on with the configuration it started with.
+void CheckOnHangUp(net::signal_set& hangUp, const std::string& path, const RedfishConfig& running) {
+  hangUp.async_wait([&hangUp, &path, &running](boost::system::error_code error, int) {
+    if (error) return;
+    try {
+      RedfishConfig now = LoadRedfishConfig(path);
+      if (now.programData.empty()) now.programData = running.programData;
+      if (now.accounts.empty()) now.accounts = now.programData + "/redfish-accounts";
+      if (SameSection(now, running)) {
+        LOG(INFO) << "SIGHUP: " << path << " is good, nothing to change";
+      } else {
+        LOG(WARNING) << "SIGHUP: the redfish section of " << path
+                     << " changed; restart zeda-redfishd to apply it";
+      }
+    } catch (const std::exception& problem) {
+      LOG(ERROR) << "SIGHUP: " << problem.what() << "; the configuration in use stays";
+    }
+    CheckOnHangUp(hangUp, path, running);
+  });
+}
+
 // Stops `io` once no request is being answered, or after kStopGrace.
 void StopWhenQuiet(net::io_context& io, ServerState& state,
                    std::chrono::steady_clock::time_point deadline) {
@@ -182,6 +211,8 @@ int main(int argc, char** argv) {
     server.Stop();
     StopWhenQuiet(io, state, std::chrono::steady_clock::now() + kStopGrace);
   });
+  net::signal_set hangUp(io, SIGHUP);
+  CheckOnHangUp(hangUp, configPath, config);
   LOG(INFO) << "Serving https://" << config.address << ":" << server.Port()
             << "/redfish/v1 (accounts " << config.accounts << ")";
 

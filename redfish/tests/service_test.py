@@ -284,6 +284,26 @@ def test_connection_limit(service):
     check(s == 200, f"after the held connections closed: {s}")
 
 
+def test_hang_up(service):
+    """SIGHUP checks the configuration again; a bad one is reported, the service goes on."""
+    with open(service.config) as f:
+        good = f.read()
+    service.process.send_signal(signal.SIGHUP)
+    time.sleep(0.5)
+    with open(service.config, "w") as f:
+        f.write('{"redfish": {"listen": "nowhere"}}')
+    service.process.send_signal(signal.SIGHUP)
+    time.sleep(0.5)
+    with open(service.config, "w") as f:
+        f.write(good)
+    s, _, _ = service.request("GET", "/redfish/v1")
+    check(s == 200 and service.process.poll() is None, f"serving after SIGHUP: {s}")
+    log = service.log_text()
+    check("is good, nothing to change" in log, "SIGHUP with a good configuration is logged")
+    check("redfish.listen" in log and "the configuration in use stays" in log,
+          "SIGHUP with a bad configuration is reported, the service goes on")
+
+
 def test_slowloris(service):
     """One header byte a second: dropped within the header timeout (plus slack)."""
     request = b"GET /redfish/v1 HTTP/1.1\r\nHost: x\r\nX-Slow: " + b"s" * 100
@@ -432,6 +452,7 @@ def main():
             test_hostile(service)
             test_tls(service)
             test_connection_limit(service)
+            test_hang_up(service)
             if not args.skip_slow:
                 test_slowloris(service)
             s, _, _ = service.request("GET", "/redfish/v1/Systems", basic("tester", "Tester-Pw-1"))
