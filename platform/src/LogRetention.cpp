@@ -1,6 +1,7 @@
 #include "LogRetention.h"
 
 #include <array>
+#include <cstdlib>
 #include <fstream>
 #include <regex>
 #include <sstream>
@@ -81,6 +82,11 @@ std::vector<std::string> RemoveOldLogFiles(const fs::path& directory, const std:
 }
 
 int ConfiguredKeepDays() {
+  // The logs section is read with the program data (ProgramData.cpp): where
+  // the environment names the program data, the configuration does not
+  // decide about its logs either, and is not read for them.
+  const char* programData = std::getenv("PELKA_PROGRAM_DATA");
+  if (programData != nullptr && *programData != '\0') return kDefaultKeepDays;
   const ConfigFileName name = ConfigFilePath();
   if (name.path.empty()) return kDefaultKeepDays;
   std::ifstream file(name.path);

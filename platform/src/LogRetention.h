@@ -28,8 +28,9 @@ std::vector<std::string> RemoveOldLogFiles(const std::filesystem::path& director
                                            std::filesystem::file_time_type cutoff);
 
 // "logs.keepDays" of the configuration file in use (Config.h), or the
-// default when there is none or it cannot be read or parsed: the reader of
-// the configuration (ConfiguredSources) reports a bad file.
+// default when there is none or it cannot be read or parsed (the reader of
+// the configuration, ConfiguredSources, reports a bad file), or when
+// PELKA_PROGRAM_DATA names the program data instead of the configuration.
 int ConfiguredKeepDays();
 
 }  // namespace zeda::pelka::platform

@@ -12,7 +12,12 @@ namespace zeda::test {
 CliAnswer RunCli(const std::string& config, const std::vector<std::string>& args) {
   // Standard error is discarded by RunAll; the answer's status carries the
   // message in JSON form.
-  std::vector<std::string> command = {ZEDA_CIM, "--config", config, "--format", "json"};
+  // The program data, and with it the log directory, is the configuration's
+  // directory also when the configuration is refused: no run writes into the
+  // machine's /var/lib/pelka.
+  const std::string programData = config.substr(0, config.rfind('/'));
+  std::vector<std::string> command = {ZEDA_CIM,    "--config", config, "--program-data",
+                                      programData, "--format", "json"};
   command.insert(command.end(), args.begin(), args.end());
   const auto outcomes = pelka::platform::RunAll({command}, std::chrono::seconds(60));
   CliAnswer answer;

@@ -229,6 +229,7 @@ std::string ConfiguredDaysRemoveOlderFiles() {
   EarlierFiles(logs);
   ReplaceFile(scratch.file("pelka.json"), "{\"sources\": [], \"logs\": {\"keepDays\": 2}}");
   const ScopedEnv config("PELKA_CONFIG", scratch.file("pelka.json"));
+  const ScopedEnv noProgramData("PELKA_PROGRAM_DATA", "");
   zeda::Logging::Initialize("PELKA", logs.string().c_str());
   return Expect(logs, {"PELKA.nas.root.log.ERROR.20261124-101010.4713",
                        "OTHER.nas.root.log.ERROR.20261101-101010.4711",
@@ -326,12 +327,17 @@ TEST(LogRetention, AnUnreadableDirectoryIsOneProblem) {
 TEST(LogRetention, KeepDaysComeFromTheConfigurationInUse) {
   using zeda::pelka::platform::ConfiguredKeepDays;
   const TempDir scratch;
+  const ScopedEnv noProgramData("PELKA_PROGRAM_DATA", "");
   // No configuration file (the test's machine file does not exist): a week.
   EXPECT_EQ(ConfiguredKeepDays(), 7);
   ReplaceFile(scratch.file("pelka.json"), "{\"sources\": [], \"logs\": {\"keepDays\": 30}}");
   {
     const ScopedEnv config("PELKA_CONFIG", scratch.file("pelka.json"));
     EXPECT_EQ(ConfiguredKeepDays(), 30);
+    // Program data named by the environment: the configuration is not read
+    // for its logs.
+    const ScopedEnv programData("PELKA_PROGRAM_DATA", scratch.path());
+    EXPECT_EQ(ConfiguredKeepDays(), 7);
   }
   ReplaceFile(scratch.file("bad.json"), "{\"sources\": [], \"logs\": {\"keepDays\": -1}}");
   {
