@@ -4,6 +4,7 @@
 // ten disks and one of ten thousand.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "DiskKeyIndex.h"
@@ -23,6 +24,8 @@ class NasOrvi final : public zeda::orvi::Orvi {
   // The first disk whose identifier equals `id` without regard to ASCII case.
   zeda::orvi::OrviDiskIdentity GetDiskIdentity(const std::string& id) override;
   zeda::orvi::OrviDiskList GetDiskList() override;
+  // Through the index: the same cost on a NAS of any size.
+  std::optional<zeda::orvi::OrviDisk> FindListedDisk(const std::string& id) override;
   // Unknown disks throw std::runtime_error "Disk not found: <key>".
 
  private:

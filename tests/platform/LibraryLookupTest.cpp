@@ -51,6 +51,39 @@ TEST_F(InMemory, UnknownNasIsRefused) {
   EXPECT_EQ(Thrown([] { util::GetNas(""); }), "NAS not found: ");
 }
 
+// FindListedDisk finds what a scan of GetDiskList's reply for an exact
+// identifier finds, also among identifiers that differ in letter case alone.
+TEST_F(InMemory, FindListedDiskIsTheScanOfTheListWithoutTheCopy) {
+  const auto sized = [](const std::string& id, std::uint64_t capacity) {
+    platform::DiskRecord record = Disk(id);
+    record.disk.capacity = capacity;
+    return record;
+  };
+  platform::UseInMemoryInventory(
+      InventoryOf({NasWith("nas1", {sized("A:1", 1), sized("b:2", 2), sized("a:1", 3),
+                                    sized("a:1", 4), sized("B:2", 5)})}));
+  zeda::orvi::Orvi& orvi = GetOrvi(Nas::Get("nas1"));
+  const zeda::orvi::OrviDiskList list = orvi.GetDiskList();
+  for (const std::string id : {"A:1", "a:1", "b:2", "B:2", "c:3", "", "A:"}) {
+    std::optional<zeda::orvi::OrviDisk> scanned;
+    for (const auto& disk : list.disks) {
+      if (disk.id == id) {
+        scanned = disk;
+        break;
+      }
+    }
+    const std::optional<zeda::orvi::OrviDisk> found = orvi.FindListedDisk(id);
+    ASSERT_EQ(found.has_value(), scanned.has_value()) << id;
+    if (found) {
+      EXPECT_EQ(found->id, scanned->id);
+      EXPECT_EQ(found->capacity, scanned->capacity) << id;
+    }
+  }
+  // The first of the two "a:1" disks, not the one after it nor "A:1".
+  EXPECT_EQ(orvi.FindListedDisk("a:1")->capacity, 3u);
+  EXPECT_EQ(orvi.FindListedDisk("B:2")->capacity, 5u);
+}
+
 TEST_F(InMemory, OneOrviPerNas) {
   platform::UseInMemoryInventory(InventoryOf({NasWith("nas1", {Disk("1")}), NasWith("nas2")}));
   const Nas& nas1 = Nas::Get("nas1");

@@ -2,6 +2,7 @@
 // replies are values owned by the caller.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "inventory/Records.h"
@@ -18,6 +19,17 @@ class Orvi {
   // id is the disk identifier verbatim, colon kept.
   virtual OrviDiskIdentity GetDiskIdentity(const std::string& id) = 0;
   virtual OrviDiskList GetDiskList() = 0;
+
+  // The first disk of GetDiskList()'s reply whose identifier equals `id`
+  // exactly, or nothing: what scanning that reply finds, without copying the
+  // whole list. Counts as one GetDiskList call.
+  virtual std::optional<OrviDisk> FindListedDisk(const std::string& id) {
+    const OrviDiskList list = GetDiskList();
+    for (const OrviDisk& disk : list.disks) {
+      if (disk.id == id) return disk;
+    }
+    return std::nullopt;
+  }
 };
 
 }  // namespace zeda::orvi

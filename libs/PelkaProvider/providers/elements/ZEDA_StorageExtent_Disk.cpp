@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "CmpiKeys.h"
@@ -64,13 +65,11 @@ CmpiStatus ZEDA_StorageExtent_Disk::GetInstance::operator()(const CmpiContext& c
   // and a shorter value fails with "invalid string position".
   const std::string id = text::TextAfterLast(cmpi::GetString(cop, "DeviceID"), "DiskExtent");
 
-  const zeda::orvi::OrviDiskList diskList = orvi.GetDiskList();
-  for (const zeda::orvi::OrviDisk& disk : diskList.disks) {
-    if (disk.id == id) {
-      const zeda::orvi::OrviDiskHealth health = orvi.GetDiskHealth(StripFirstColon(id));
-      ReturnExtent(rslt, nameSpace, systemName, disk, health.healthStatus);
-      break;
-    }
+  // The first disk of the list with exactly that identifier.
+  const std::optional<zeda::orvi::OrviDisk> disk = orvi.FindListedDisk(id);
+  if (disk) {
+    const zeda::orvi::OrviDiskHealth health = orvi.GetDiskHealth(StripFirstColon(id));
+    ReturnExtent(rslt, nameSpace, systemName, *disk, health.healthStatus);
   }
   // An unknown disk is no error: the answer is simply empty.
   rslt.returnDone();
