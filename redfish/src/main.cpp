@@ -19,6 +19,7 @@
 
 #include <glog/logging.h>
 #include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/host_name.hpp>
 #include <boost/asio/signal_set.hpp>
 #include <boost/asio/steady_timer.hpp>
 
@@ -46,10 +47,11 @@ int Refuse(int status, const std::string& problem) {
   return status;
 }
 
-std::string HostName() {
-  char name[256] = {};
-  if (::gethostname(name, sizeof name - 1) != 0 || name[0] == '\0') return "localhost";
-  return name;
+// The name the self-signed certificate is made out to.
+std::string CertificateName() {
+  boost::system::error_code failed;
+  const std::string name = boost::asio::ip::host_name(failed);
+  return failed || name.empty() ? "localhost" : name;
 }
 
 // The configuration file named on the command line; empty with `problem` set
@@ -168,7 +170,7 @@ int main(int argc, char** argv) {
   try {
     if (certificate.certificate.empty()) {
       certificate = SelfSignedPaths(config.programData);
-      if (EnsureSelfSigned(certificate, HostName())) {
+      if (EnsureSelfSigned(certificate, CertificateName())) {
         LOG(INFO) << "Made a self-signed certificate " << certificate.certificate;
       }
     }
