@@ -7,23 +7,11 @@
 #include <cerrno>
 #include <cstring>
 
+#include "platform/FileDescriptor.h"
+
 namespace zeda::pelka::platform {
 
 namespace {
-
-class Descriptor {
- public:
-  explicit Descriptor(int fd) : fd_(fd) {}
-  ~Descriptor() {
-    if (fd_ >= 0) ::close(fd_);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  int Get() const { return fd_; }
-
- private:
-  const int fd_;
-};
 
 BoundedRead Failed(BoundedRead::Outcome outcome, std::string problem) {
   BoundedRead read;
@@ -41,10 +29,10 @@ BoundedRead FromErrno(int error) {
 
 BoundedRead ReadBounded(const std::string& path, std::size_t limit) {
   // O_NONBLOCK: a FIFO where a file belongs must not hold the reader.
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  if (file.Get() < 0) return FromErrno(errno);
+  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  if (file.get() < 0) return FromErrno(errno);
   struct stat status {};
-  if (::fstat(file.Get(), &status) != 0) return FromErrno(errno);
+  if (::fstat(file.get(), &status) != 0) return FromErrno(errno);
   if (S_ISDIR(status.st_mode)) return FromErrno(EISDIR);
   if (!S_ISREG(status.st_mode)) {
     return Failed(BoundedRead::Outcome::Unreadable, "not a regular file");
@@ -55,7 +43,7 @@ BoundedRead ReadBounded(const std::string& path, std::size_t limit) {
   // rather than trust st_size.
   char buffer[4096];
   while (true) {
-    const ssize_t got = ::read(file.Get(), buffer, sizeof buffer);
+    const ssize_t got = ::read(file.get(), buffer, sizeof buffer);
     if (got < 0) {
       if (errno == EINTR) continue;
       return FromErrno(errno);

@@ -8,26 +8,12 @@
 #include <stdexcept>
 #include <tuple>
 
+#include "platform/FileDescriptor.h"
 #include "platform/Inventory.h"
 
 namespace zeda::pelka::platform {
 
 namespace {
-
-// Closes the descriptor it owns.
-class FileDescriptor {
- public:
-  explicit FileDescriptor(int fd) : fd_(fd) {}
-  ~FileDescriptor() {
-    if (fd_ >= 0) ::close(fd_);
-  }
-  FileDescriptor(const FileDescriptor&) = delete;
-  FileDescriptor& operator=(const FileDescriptor&) = delete;
-  int get() const { return fd_; }
-
- private:
-  int fd_;
-};
 
 std::string Reason(int error) { return std::strerror(error); }
 

@@ -14,7 +14,11 @@
 #include <stdexcept>
 #include <utility>
 
+#include "platform/FileDescriptor.h"
+
 namespace zeda::redfish {
+
+using zeda::pelka::platform::FileDescriptor;
 
 namespace {
 
@@ -24,22 +28,6 @@ bool IsNameCharacter(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '.' ||
          c == '_' || c == '-';
 }
-
-// Closes a descriptor when it goes out of scope.
-class FileDescriptor {
- public:
-  explicit FileDescriptor(int fd) : fd_(fd) {}
-  ~FileDescriptor() {
-    if (fd_ >= 0) ::close(fd_);
-  }
-  FileDescriptor(const FileDescriptor&) = delete;
-  FileDescriptor& operator=(const FileDescriptor&) = delete;
-  int get() const { return fd_; }
-  int release() { return std::exchange(fd_, -1); }
-
- private:
-  int fd_;
-};
 
 [[noreturn]] void CannotWrite(const std::string& path, int error) {
   throw std::runtime_error("Cannot write accounts file " + path + ": " + std::strerror(error));
