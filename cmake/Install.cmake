@@ -56,3 +56,6 @@ install(FILES
   ${PROJECT_SOURCE_DIR}/docs/zeda-cim.1
   ${PROJECT_SOURCE_DIR}/docs/zeda-register.1
   DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+
+# The Redfish service: its programs, man pages and systemd unit.
+include(${CMAKE_CURRENT_LIST_DIR}/InstallRedfish.cmake)
