@@ -90,3 +90,53 @@ status=0; wait "$daemon" || status=$?
 [ $status -eq 0 ] || bad "the unpacked daemon ended with status $status after SIGTERM: $(tail -3 "$rf/daemon.log")"
 [ -f "$rf/data/redfish/server.crt" ] && [ "$(stat -c %a "$rf/data/redfish/server.key" 2>/dev/null)" = 600 ] \
   || bad "the first start made no self-signed pair (mode 0600 key) under the program data"
+
+# For scripts/test-package --install, once the package is installed: the
+# postinst made the service's user and folder, and the installed daemon runs
+# as that user the way the unit starts it (systemd itself may be absent), on
+# the installed configuration but for a free loopback port: an account made
+# as that user is readable by the service, its first start makes the
+# self-signed pair in the folder, and it answers this machine's NAS over HTTPS.
+redfish_installed_checks() {
+  local home shell port url pid status=0
+  IFS=: read -r _ _ _ _ _ home shell < <(getent passwd zeda-redfish) || true
+  [ -n "$shell" ] || { bad "postinst made no user zeda-redfish"; return; }
+  [ "$home" = /nonexistent ] && [ "$shell" = /usr/sbin/nologin ] \
+    || bad "zeda-redfish has home $home and shell $shell"
+  [ "$(stat -c '%U:%G %a' /var/lib/pelka/redfish 2>/dev/null)" = "zeda-redfish:zeda-redfish 750" ] \
+    || bad "/var/lib/pelka/redfish is not zeda-redfish:zeda-redfish 0750"
+  [ "$(stat -c '%U:%G %a' /lib/systemd/system/zeda-redfishd.service 2>/dev/null)" = "root:root 644" ] \
+    || bad "the unit is not installed as /lib/systemd/system/zeda-redfishd.service"
+  [ -z "$(find /etc/systemd/system -name 'zeda-redfishd*' 2>/dev/null)" ] || bad "the unit is enabled after installation"
+  printf 'installed-pass\n' | runuser -u zeda-redfish -- zeda-redfish-user \
+    --accounts /var/lib/pelka/redfish/accounts add admin || bad "zeda-redfish-user as zeda-redfish failed"
+  port=$(python3 -c 'import socket; s=socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
+  python3 - /etc/pelka/pelka.json "$port" >"$w/installed-pelka.json" <<'PY' || bad "the installed configuration has no redfish member"
+import json, sys
+c = json.load(open(sys.argv[1]))
+c["redfish"]["listen"] = "127.0.0.1:" + sys.argv[2]
+print(json.dumps(c))
+PY
+  chmod 644 "$w/installed-pelka.json"
+  # setpriv replaces itself with the daemon, so $! is the daemon's pid.
+  setpriv --reuid=zeda-redfish --regid=zeda-redfish --init-groups --no-new-privs \
+    /usr/sbin/zeda-redfishd --config "$w/installed-pelka.json" 2>"$w/installed-daemon.log" &
+  pid=$!
+  for _ in $(seq 100); do
+    grep -q "Serving https://" "$w/installed-daemon.log" 2>/dev/null && break
+    kill -0 "$pid" 2>/dev/null || break
+    sleep 0.1
+  done
+  url="https://127.0.0.1:$port"
+  curl -sk --max-time 10 -u admin:installed-pass "$url/redfish/v1/Systems" >"$w/installed-systems.json" || true
+  echo "== installed zeda-redfishd as zeda-redfish, GET /redfish/v1/Systems:"
+  cat "$w/installed-systems.json"; echo
+  python3 -c 'import json,sys; assert json.load(open(sys.argv[1]))["Members@odata.count"] == 1' \
+    "$w/installed-systems.json" 2>/dev/null \
+    || bad "the installed daemon as zeda-redfish did not list this machine: $(tail -2 "$w/installed-daemon.log")"
+  kill -TERM "$pid" 2>/dev/null || true
+  wait "$pid" || status=$?
+  [ $status -eq 0 ] || bad "the installed daemon ended with status $status after SIGTERM"
+  [ "$(stat -c '%U %a' /var/lib/pelka/redfish/server.key 2>/dev/null)" = "zeda-redfish 600" ] \
+    || bad "the first start made no key of zeda-redfish's, mode 0600, in /var/lib/pelka/redfish"
+}
