@@ -17,7 +17,7 @@ dpkg-deb -f "$deb" Depends | grep -q libssl || bad "Depends does not name the Op
 dpkg-deb -I "$deb" postinst 2>/dev/null | grep -q 'adduser --system --group' || bad "postinst does not make the system user"
 dpkg-deb -I "$deb" postinst 2>/dev/null | grep -Eq 'systemctl +(enable|start|restart)|deb-systemd' \
   && bad "postinst enables or starts the service"
-dpkg-deb -I "$deb" prerm 2>/dev/null | grep -q 'systemctl stop zeda-redfishd' || bad "prerm does not stop the service"
+dpkg-deb -I "$deb" prerm 2>/dev/null | grep -q 'deb-systemd-invoke stop zeda-redfishd' || bad "prerm does not stop the service"
 dpkg-deb -c "$deb" | grep -q '\.wants/' && bad "the package ships an enabled unit"
 
 # The unit: the installed daemon on the installed configuration, as the
