@@ -28,6 +28,9 @@ class InventoryHold {
   ~InventoryHold();
   InventoryHold(const InventoryHold&) = delete;
   InventoryHold& operator=(const InventoryHold&) = delete;
+
+ private:
+  bool opened_ = true;
 };
 
 namespace util {
