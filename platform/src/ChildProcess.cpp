@@ -138,7 +138,7 @@ void RunningChild::CloseOutput() {
 
 // Reads what is available; closes the pipe at its end.
 void RunningChild::Drain() {
-  char buffer[16384];
+  char buffer[65536];
   while (output_ >= 0) {
     const ssize_t count = ::read(output_, buffer, sizeof buffer);
     if (count > 0) {
