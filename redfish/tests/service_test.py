@@ -10,6 +10,7 @@ import base64
 import http.client
 import json
 import os
+import select
 import signal
 import socket
 import ssl
@@ -95,7 +96,12 @@ class Service:
         """Sends raw bytes over TLS; returns what came back until the server closed."""
         with socket.create_connection(("127.0.0.1", self.port), timeout=read_timeout) as plain:
             with client_context().wrap_socket(plain) as s:
-                s.sendall(data)
+                try:
+                    s.sendall(data)
+                except (ssl.SSLError, OSError):
+                    # The server may answer (413, 431) and close before it
+                    # has read all we send; what it answered is read below.
+                    pass
                 out = b""
                 try:
                     while True:
@@ -264,18 +270,20 @@ def test_hostile(service):
 
 
 def test_connection_limit(service):
-    """32 connections per client address: the 33rd is closed at once."""
-    held = [socket.create_connection(("127.0.0.1", service.port), timeout=5) for _ in range(32)]
+    """32 connections per client address: one more is closed at once. Which
+    one is the 33rd is the server's order of accepting, not the client's."""
+    held = [socket.create_connection(("127.0.0.1", service.port), timeout=5) for _ in range(33)]
     try:
-        time.sleep(0.5)
-        with socket.create_connection(("127.0.0.1", service.port), timeout=5) as extra:
-            try:
-                closed = extra.recv(1) == b""
-            except ConnectionResetError:
-                closed = True
-            except socket.timeout:
-                closed = False
-        check(closed, "the 33rd connection of one address is closed")
+        closed = 0
+        deadline = time.time() + 5
+        while not closed and time.time() < deadline:
+            readable, _, _ = select.select(held, [], [], 0.2)
+            for c in readable:
+                try:
+                    closed += c.recv(1) == b""
+                except (ConnectionResetError, socket.timeout):
+                    closed += 1
+        check(closed == 1, f"one connection over 32 of one address is closed ({closed} closed)")
     finally:
         for s in held:
             s.close()
