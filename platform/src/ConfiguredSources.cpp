@@ -25,7 +25,7 @@ std::optional<std::string> ConfiguredSources::ProgramData() {
   return config_ ? config_->programData : std::nullopt;
 }
 
-ReadFiles ConfiguredSources::Files() {
+std::shared_ptr<const ReadFiles> ConfiguredSources::Files() {
   const std::lock_guard<std::mutex> lock(filesMutex_);
   return files_;
 }
@@ -88,7 +88,7 @@ ConfiguredRead ConfiguredSources::Read(bool askSmartAgain) {
   }
   const auto publishFiles = [&] {
     const std::lock_guard<std::mutex> lock(filesMutex_);
-    files_ = files;
+    files_ = std::make_shared<const ReadFiles>(files);
     machines_ = machines;
   };
   if (!serving) {

@@ -48,8 +48,9 @@ class ConfiguredSources {
   // arrived and start no smartctl.
   ConfiguredRead Read(bool askSmartAgain = true);
 
-  // The files the last round read (empty before the first).
-  ReadFiles Files();
+  // The files the last round read (empty before the first); shared, so that
+  // a look-up takes them without a copy.
+  std::shared_ptr<const ReadFiles> Files();
 
   // Waits until a SMART answer under way arrives for some linux source, at
   // most until `deadline`; returns at once (false) when none is under way.
@@ -95,7 +96,8 @@ class ConfiguredSources {
   std::vector<std::shared_ptr<Source>> sources_;
   std::string duplicateError_;  // a NAS name served by two sources, logged once (round)
   std::mutex filesMutex_;
-  ReadFiles files_;                                     // of the last round
+  // Of the last round.
+  std::shared_ptr<const ReadFiles> files_ = std::make_shared<const ReadFiles>();
   std::vector<std::shared_ptr<LinuxSource>> machines_;  // of the last round
 };
 

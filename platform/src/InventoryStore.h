@@ -57,7 +57,6 @@ class InventoryStore {
   std::uint64_t ParseCount();
   void ForgetFileState();
   std::size_t SnapshotCount();
-  std::uint64_t RefreshRounds() { return refresher_.Rounds(); }
 
   // The refresher's way in: one round's outcome, read under reset count
   // `resets` (an outcome of a round older than the last UseFile is dropped).

@@ -37,15 +37,10 @@ std::uint64_t Refresher::Reset() {
   return ++resets_;
 }
 
-std::uint64_t Refresher::Rounds() {
-  const std::lock_guard<std::mutex> lock(mutex_);
-  return rounds_;
-}
-
 bool Refresher::FilesChanged() {
-  const ReadFiles files = ConfiguredSources::Instance().Files();
-  if (files.configPath != ConfigFilePath().path) return true;
-  for (const FileStamp& stamp : files.stamps) {
+  const std::shared_ptr<const ReadFiles> files = ConfiguredSources::Instance().Files();
+  if (files->configPath != ConfigFilePath().path) return true;
+  for (const FileStamp& stamp : files->stamps) {
     if (StampOf(stamp.path) != stamp) return true;
   }
   return false;
@@ -94,7 +89,6 @@ void Refresher::Run() {
         ConfiguredSources::Instance().RescanInterval();
     const bool machine = rescan.has_value();
     lock.lock();
-    ++rounds_;
     finished_ = std::max(finished_, ticket);
     servedResets_ = resets;
     done_.notify_all();

@@ -52,8 +52,6 @@ class Refresher {
   // new round. Returns the new reset count.
   std::uint64_t Reset();
 
-  std::uint64_t Rounds();
-
  private:
   void Run();
   // Whether the files the last round read have changed since.
@@ -67,7 +65,6 @@ class Refresher {
   std::uint64_t finished_ = 0;    // every ticket up to this one is served
   std::uint64_t resets_ = 0;
   std::uint64_t servedResets_ = ~std::uint64_t{0};  // the reset count of the last round
-  std::uint64_t rounds_ = 0;
   bool stop_ = false;
   std::thread thread_;  // started at the first Sync
 };
