@@ -110,26 +110,36 @@ zeda::orvi::Orvi& InventoryStore::OrviOf(const Nas& nas) {
 
 void InventoryStore::UseInMemory(Inventory inventory) {
   SnapshotRef snapshot = Make(std::move(inventory));
-  Expired expired;
-  const std::lock_guard<std::mutex> lock(mutex_);
-  const LeavingGuard leaving(leaving_, expired);
-  expired = TakeExpired();
-  inMemory_ = true;
-  Install(std::move(snapshot));
+  {
+    Expired expired;
+    const std::lock_guard<std::mutex> lock(mutex_);
+    const LeavingGuard leaving(leaving_, expired);
+    expired = TakeExpired();
+    inMemory_ = true;
+    Install(std::move(snapshot));
+    resets_ = refresher_.Reset();
+  }
+  // Nothing the refresher reads is served now: it rests.
+  refresher_.AwaitRest();
 }
 
 void InventoryStore::UseFile() {
-  Expired expired;
-  const std::lock_guard<std::mutex> lock(mutex_);
-  const LeavingGuard leaving(leaving_, expired);
-  expired = TakeExpired();
-  inMemory_ = false;
-  Retire();
-  fileStamp_.reset();
-  fileError_.clear();
-  configured_ = false;
-  configuredError_.clear();
-  resets_ = refresher_.Reset();
+  {
+    Expired expired;
+    const std::lock_guard<std::mutex> lock(mutex_);
+    const LeavingGuard leaving(leaving_, expired);
+    expired = TakeExpired();
+    inMemory_ = false;
+    Retire();
+    fileStamp_.reset();
+    fileError_.clear();
+    configured_ = false;
+    configuredError_.clear();
+    resets_ = refresher_.Reset();
+  }
+  // A round under way publishes under the old reset count, which is now
+  // dropped; past this point the refresher rests until the next look-up.
+  refresher_.AwaitRest();
 }
 
 std::uint64_t InventoryStore::ParseCount() {

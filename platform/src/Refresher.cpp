@@ -34,7 +34,14 @@ void Refresher::Stop() {
 
 std::uint64_t Refresher::Reset() {
   const std::lock_guard<std::mutex> lock(mutex_);
+  resting_ = true;
+  wake_.notify_all();
   return ++resets_;
+}
+
+void Refresher::AwaitRest() {
+  std::unique_lock<std::mutex> lock(mutex_);
+  done_.wait(lock, [&] { return !inRound_ || stop_; });
 }
 
 bool Refresher::FilesChanged() {
@@ -56,6 +63,7 @@ void Refresher::Sync() {
     lock.lock();
   }
   const std::uint64_t ticket = ++wanted_;
+  resting_ = false;
   wake_.notify_one();
   const auto served = [&] { return finished_ >= ticket || stop_; };
   if (first) {
@@ -71,12 +79,17 @@ void Refresher::Run() {
   std::unique_lock<std::mutex> lock(mutex_);
   bool answersArrived = false;
   while (!stop_) {
+    if (resting_ && wanted_ == finished_) {
+      wake_.wait(lock, [&] { return stop_ || wanted_ != finished_; });
+      continue;
+    }
     const std::uint64_t ticket = wanted_;
     const std::uint64_t resets = resets_;
     // A round for arrived SMART answers takes them in; only the others ask
     // again, so that a short time to live cannot keep smartctl running
     // back to back.
     const bool askAgain = !answersArrived || wanted_ != finished_ || resets_ != servedResets_;
+    inRound_ = true;
     lock.unlock();
     try {
       publish_(ConfiguredSources::Instance().Read(askAgain), resets);
@@ -89,13 +102,14 @@ void Refresher::Run() {
         ConfiguredSources::Instance().RescanInterval();
     const bool machine = rescan.has_value();
     lock.lock();
+    inRound_ = false;
     finished_ = std::max(finished_, ticket);
     servedResets_ = resets;
     done_.notify_all();
 
     const Clock::time_point next =
         Clock::now() + (machine ? Clock::duration(*rescan) : Clock::duration(kIdle));
-    const auto wanted = [&] { return stop_ || wanted_ != finished_ || resets_ != servedResets_; };
+    const auto wanted = [&] { return stop_ || wanted_ != finished_ || resting_; };
     answersArrived = false;
     while (!wanted() && Clock::now() < next) {
       lock.unlock();

@@ -49,8 +49,14 @@ class Refresher {
   void Sync();
 
   // Forgets what the rounds so far have read: the next look-up waits for a
-  // new round. Returns the new reset count.
+  // new round, and until a look-up asks, no round runs (the refresher
+  // rests). Returns the new reset count. Never waits: the caller may hold
+  // the lock that Publish takes.
   std::uint64_t Reset();
+  // Waits for the round under way, if any, to end. Called after Reset with
+  // no lock of the store held: once it returns, the refresher reads nothing
+  // (files, the environment) until the next look-up.
+  void AwaitRest();
 
  private:
   void Run();
@@ -65,6 +71,8 @@ class Refresher {
   std::uint64_t finished_ = 0;    // every ticket up to this one is served
   std::uint64_t resets_ = 0;
   std::uint64_t servedResets_ = ~std::uint64_t{0};  // the reset count of the last round
+  bool resting_ = false;  // since Reset, until a look-up asks for a round
+  bool inRound_ = false;  // a round is running (outside mutex_)
   bool stop_ = false;
   std::thread thread_;  // started at the first Sync
 };

@@ -201,7 +201,10 @@ std::map<std::string, SmartReport> SmartCache::Reports(const std::vector<std::st
     const bool stale = !entry.everAsked || now - entry.asked >= settings_.ttl;
     if (askAgain && stale && asking_.count(node) == 0) Ask(node);
   }
-  AwaitLocked(now + std::min(wait, settings_.timeout));
+  // Measured from after the asks, so that a wait as long as the timeout
+  // outlasts the deadlines of the children just started: one that hangs is
+  // given up within this call, and the next asks afresh.
+  AwaitLocked(Clock::now() + std::min(wait, settings_.timeout));
   std::map<std::string, SmartReport> reports;
   for (const std::string& node : deviceNodes) {
     const Entry& entry = entries_.at(node);
