@@ -1,4 +1,4 @@
-// zeda-redfishd --config FILE
+// zeda-redfishd [--config FILE] [--make-certificate]
 //
 // The read-only Redfish/Swordfish service over the NAS disks of the product's
 // configuration file (default /etc/pelka/pelka.json): HTTPS only, HTTP Basic
@@ -6,6 +6,10 @@
 // to standard error. SIGTERM or SIGINT stop it after the requests in flight
 // (at most kStopGrace). Exit status: 0 stopped, 1 could not start (listen,
 // certificate, accounts), 2 bad usage or bad configuration.
+//
+// --make-certificate only makes the self-signed pair the service would make
+// at its first start (when the configuration names no certificate and the
+// pair does not exist yet) and exits: the package's installation runs it.
 #include <unistd.h>
 
 #include <algorithm>
@@ -40,7 +44,7 @@ using namespace zeda::redfish;
 constexpr int kCannotStart = 1;
 constexpr int kBadUsage = 2;
 constexpr char kDefaultConfig[] = "/etc/pelka/pelka.json";
-constexpr char kUsage[] = "usage: zeda-redfishd [--config FILE]";
+constexpr char kUsage[] = "usage: zeda-redfishd [--config FILE] [--make-certificate]";
 
 int Refuse(int status, const std::string& problem) {
   std::cerr << "zeda-redfishd: " << problem << "\n";
@@ -54,25 +58,50 @@ std::string CertificateName() {
   return failed || name.empty() ? "localhost" : name;
 }
 
-// The configuration file named on the command line; empty with `problem` set
-// when the arguments are bad.
-std::string ConfigArgument(int argc, char** argv, std::string& problem) {
-  std::string path = kDefaultConfig;
-  for (int i = 1; i < argc; ++i) {
+struct Arguments {
+  std::string config = kDefaultConfig;
+  bool makeCertificate = false;
+};
+
+// What the command line asks for; `problem` is set when it is bad.
+Arguments ReadArguments(int argc, char** argv, std::string& problem) {
+  Arguments arguments;
+  for (int i = 1; i < argc && problem.empty(); ++i) {
     const std::string arg = argv[i];
     if (arg == "--config" && i + 1 < argc) {
-      path = argv[++i];
+      arguments.config = argv[++i];
     } else if (arg.rfind("--config=", 0) == 0) {
-      path = arg.substr(9);
+      arguments.config = arg.substr(9);
     } else if (arg == "--config") {
       problem = "--config needs a FILE";
+    } else if (arg == "--make-certificate") {
+      arguments.makeCertificate = true;
     } else {
       problem = "unknown argument \"" + arg + "\"";
     }
-    if (!problem.empty()) return {};
   }
-  if (path.empty()) problem = "--config needs a FILE";
-  return path;
+  if (problem.empty() && arguments.config.empty()) problem = "--config needs a FILE";
+  return arguments;
+}
+
+// --make-certificate: the self-signed pair of a configuration that names no
+// certificate, made unless it exists. One line on standard output says what
+// was done.
+int MakeCertificateOnly(const RedfishConfig& config, const std::string& configPath) {
+  if (!config.certificate.empty()) {
+    std::cout << "zeda-redfishd: " << configPath << " names the certificate " << config.certificate
+              << ": nothing to make\n";
+    return 0;
+  }
+  const CertificatePaths paths = SelfSignedPaths(config.programData);
+  try {
+    const bool made = EnsureSelfSigned(paths, CertificateName());
+    std::cout << "zeda-redfishd: " << (made ? "made the self-signed certificate " : "kept ")
+              << paths.certificate << " and its key " << paths.key << "\n";
+  } catch (const std::exception& error) {
+    return Refuse(kCannotStart, error.what());
+  }
+  return 0;
 }
 
 // Runs a function when it goes out of scope.
@@ -133,8 +162,9 @@ void StopWhenQuiet(net::io_context& io, ServerState& state,
 
 int main(int argc, char** argv) {
   std::string problem;
-  const std::string configPath = ConfigArgument(argc, argv, problem);
+  const Arguments arguments = ReadArguments(argc, argv, problem);
   if (!problem.empty()) return Refuse(kBadUsage, problem + " (" + kUsage + ")");
+  const std::string& configPath = arguments.config;
 
   FLAGS_logtostderr = true;
   google::InitGoogleLogging("zeda-redfishd");
@@ -147,6 +177,10 @@ int main(int argc, char** argv) {
     config = LoadRedfishConfig(configPath);
   } catch (const std::exception& error) {
     return Refuse(kBadUsage, error.what());
+  }
+  if (arguments.makeCertificate) {
+    if (config.programData.empty()) config.programData = zeda::pelka::util::GetProgramDataPath();
+    return MakeCertificateOnly(config, configPath);
   }
   try {
     // The library would log its refusal too; here it is reported once, below.

@@ -416,6 +416,50 @@ def test_bad_config(args, folder):
     check(p.returncode == 2 and "none.json" in p.stderr, f"missing configuration: {p.stderr!r}")
 
 
+def test_make_certificate(args, folder):
+    """--make-certificate (run by the package's installation) makes the pair
+    the first start would make, keeps an existing one, makes nothing when the
+    configuration names a certificate, and says which in one line."""
+    data = os.path.join(folder, "cert-pd")
+    config = {"programData": data, "sources": [{"type": "file", "path": args.inventory}],
+              "redfish": {"listen": "127.0.0.1:1"}}
+    path = os.path.join(folder, "cert.json")
+    with open(path, "w") as f:
+        json.dump(config, f)
+    crt, key = os.path.join(data, "redfish", "server.crt"), os.path.join(data, "redfish", "server.key")
+    run = lambda p: subprocess.run([args.daemon, "--config", p, "--make-certificate"],
+                                   capture_output=True, text=True, timeout=20)
+    p = run(path)
+    check(p.returncode == 0 and p.stdout == f"zeda-redfishd: made the self-signed certificate {crt} "
+          f"and its key {key}\n" and os.path.isfile(crt) and
+          stat.S_IMODE(os.stat(key).st_mode) == 0o600,
+          f"--make-certificate: {p.returncode} {p.stdout!r} {p.stderr!r}")
+    before = [open(f, "rb").read() for f in (crt, key)] if os.path.isfile(key) else None
+    p = run(path)
+    check(p.returncode == 0 and p.stdout.startswith(f"zeda-redfishd: kept {crt}") and
+          before == [open(f, "rb").read() for f in (crt, key)],
+          f"a second --make-certificate: {p.returncode} {p.stdout!r}, pair unchanged: "
+          f"{before is not None and before == [open(f, 'rb').read() for f in (crt, key)]}")
+    named = dict(config, programData=os.path.join(folder, "cert-named-pd"))
+    named["redfish"] = {"listen": "127.0.0.1:1", "certificate": crt, "key": key}
+    path = os.path.join(folder, "cert-named.json")
+    with open(path, "w") as f:
+        json.dump(named, f)
+    p = run(path)
+    check(p.returncode == 0 and "nothing to make" in p.stdout and
+          not os.path.exists(os.path.join(folder, "cert-named-pd", "redfish")),
+          f"--make-certificate with a named certificate: {p.returncode} {p.stdout!r}")
+    blocked = dict(config, programData=os.path.join(folder, "cert-file-pd"))
+    with open(os.path.join(folder, "cert-file-pd"), "w") as f:
+        f.write("a file where the folder would go\n")
+    path = os.path.join(folder, "cert-blocked.json")
+    with open(path, "w") as f:
+        json.dump(blocked, f)
+    p = run(path)
+    check(p.returncode == 1 and p.stderr.count("\n") == 1 and "cert-file-pd" in p.stderr,
+          f"--make-certificate where it cannot write: {p.returncode} {p.stderr!r}")
+
+
 def test_streamed(args, folder):
     """A Storage of 2,500 drives is streamed (chunked) and arrives whole; HEAD
     of it has no body; the connection serves the next request after it."""
@@ -474,6 +518,7 @@ def main():
         test_rate_limit(args, folder)
         test_streamed(args, folder)
         test_bad_config(args, folder)
+        test_make_certificate(args, folder)
         if FAILURES:
             print(service.log_text()[-3000:])
     print(f"{len(FAILURES)} failure(s)")

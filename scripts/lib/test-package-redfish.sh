@@ -15,6 +15,7 @@ done
 dpkg-deb -f "$deb" Depends | grep -qw adduser || bad "Depends does not name adduser (postinst makes the service's user)"
 dpkg-deb -f "$deb" Depends | grep -q libssl || bad "Depends does not name the OpenSSL library the daemon needs"
 dpkg-deb -I "$deb" postinst 2>/dev/null | grep -q 'adduser --system --group' || bad "postinst does not make the system user"
+dpkg-deb -I "$deb" postinst 2>/dev/null | grep -q -- '--make-certificate' || bad "postinst does not make the self-signed certificate"
 dpkg-deb -I "$deb" postinst 2>/dev/null | grep -Eq 'systemctl +(enable|start|restart)|deb-systemd' \
   && bad "postinst enables or starts the service"
 dpkg-deb -I "$deb" prerm 2>/dev/null | grep -q 'deb-systemd-invoke stop zeda-redfishd' || bad "prerm does not stop the service"
@@ -66,6 +67,17 @@ c["redfish"].update(listen="127.0.0.1:" + sys.argv[4], accounts=sys.argv[5])
 print(json.dumps(c))
 PY
 [ -s "$rf/pelka.json" ] || bad "could not write the daemon's configuration"
+# What the postinst runs: the pair is made once, then kept.
+made=$("$root/usr/sbin/zeda-redfishd" --config "$rf/pelka.json" --make-certificate 2>&1) \
+  || bad "zeda-redfishd --make-certificate failed: $made"
+case "$made" in *"made the self-signed certificate $rf/data/redfish/server.crt"*) ;;
+  *) bad "zeda-redfishd --make-certificate said: $made" ;; esac
+sum=$(cat "$rf/data/redfish/server.crt" "$rf/data/redfish/server.key" 2>/dev/null | sha256sum)
+kept=$("$root/usr/sbin/zeda-redfishd" --config "$rf/pelka.json" --make-certificate 2>&1) \
+  || bad "a second zeda-redfishd --make-certificate failed: $kept"
+case "$kept" in *"kept $rf/data/redfish/server.crt"*) ;; *) bad "a second --make-certificate said: $kept" ;; esac
+[ "$(cat "$rf/data/redfish/server.crt" "$rf/data/redfish/server.key" 2>/dev/null | sha256sum)" = "$sum" ] \
+  || bad "a second --make-certificate changed the pair"
 "$root/usr/sbin/zeda-redfishd" --config "$rf/pelka.json" \
   2>"$rf/daemon.log" &
 daemon=$!
@@ -108,6 +120,10 @@ redfish_installed_checks() {
   [ "$(stat -c '%U:%G %a' /lib/systemd/system/zeda-redfishd.service 2>/dev/null)" = "root:root 644" ] \
     || bad "the unit is not installed as /lib/systemd/system/zeda-redfishd.service"
   [ -z "$(find /etc/systemd/system -name 'zeda-redfishd*' 2>/dev/null)" ] || bad "the unit is enabled after installation"
+  [ "$(stat -c '%U %a' /var/lib/pelka/redfish/server.key 2>/dev/null)" = "zeda-redfish 600" ] \
+    || bad "the installation made no key of zeda-redfish's, mode 0600, in /var/lib/pelka/redfish"
+  openssl x509 -noout -in /var/lib/pelka/redfish/server.crt 2>/dev/null \
+    || bad "the installation made no certificate in /var/lib/pelka/redfish"
   printf 'installed-pass\n' | runuser -u zeda-redfish -- zeda-redfish-user \
     --accounts /var/lib/pelka/redfish/accounts add admin || bad "zeda-redfish-user as zeda-redfish failed"
   port=$(python3 -c 'import socket; s=socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
@@ -138,5 +154,5 @@ PY
   wait "$pid" || status=$?
   [ $status -eq 0 ] || bad "the installed daemon ended with status $status after SIGTERM"
   [ "$(stat -c '%U %a' /var/lib/pelka/redfish/server.key 2>/dev/null)" = "zeda-redfish 600" ] \
-    || bad "the first start made no key of zeda-redfish's, mode 0600, in /var/lib/pelka/redfish"
+    || bad "after the first start, the key in /var/lib/pelka/redfish is not zeda-redfish's, mode 0600"
 }
