@@ -51,7 +51,7 @@ int main(int argc, char** argv) {
   try {
     const CertificatePaths paths = SelfSignedPaths(programData);
     EnsureSelfSigned(paths, "localhost");
-    boost::asio::ssl::context tls = MakeTlsContext(paths);
+    auto tls = std::make_shared<boost::asio::ssl::context>(MakeTlsContext(paths));
     AccountStore accounts(programData + "/no-accounts");
     SessionStore sessions;
     RateLimiter unlimited(0);

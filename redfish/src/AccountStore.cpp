@@ -31,6 +31,14 @@ AccountStore::AccountStore(std::string path) : path_(std::move(path)) {
   decoyHash_ = HashPassword("decoy");
 }
 
+void AccountStore::UsePath(std::string path) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  if (path == path_) return;
+  path_ = std::move(path);
+  read_ = false;
+  seen_ = {};
+}
+
 void AccountStore::Refresh() {
   struct stat now {};
   if (::stat(path_.c_str(), &now) != 0) {

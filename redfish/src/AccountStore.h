@@ -32,7 +32,9 @@ class AccountStore {
   // The account names, in file order.
   std::vector<std::string> Names();
 
-  const std::string& path() const { return path_; }
+  // Reads the accounts from another file from now on (a reload of the
+  // configuration); until it is read, the accounts read before stay.
+  void UsePath(std::string path);
 
  private:
   using Clock = std::chrono::steady_clock;
@@ -40,7 +42,7 @@ class AccountStore {
   void Refresh();  // under mutex_
   Digest KeyOf(const std::string& user, const std::string& password) const;
 
-  const std::string path_;
+  std::string path_;                          // under mutex_
   std::array<unsigned char, 32> cacheKey_{};  // random, for this process only
   std::string decoyHash_;                     // checked for unknown users
   std::mutex mutex_;

@@ -83,7 +83,10 @@ void SetHeaders(Fields& fields, const Reply& reply) {
 class Connection : public std::enable_shared_from_this<Connection> {
  public:
   Connection(tcp::socket socket, std::string address, ServerState& state)
-      : stream_(std::move(socket), state.tls), address_(std::move(address)), state_(state) {}
+      : tls_(state.tls.Get()),
+        stream_(std::move(socket), *tls_),
+        address_(std::move(address)),
+        state_(state) {}
   ~Connection() { state_.connections.Give(address_); }
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
@@ -287,6 +290,9 @@ class Connection : public std::enable_shared_from_this<Connection> {
     });
   }
 
+  // The context the connection started with, kept while a reload may
+  // replace the server's.
+  const std::shared_ptr<ssl::context> tls_;
   beast::ssl_stream<beast::tcp_stream> stream_;
   const std::string address_;
   ServerState& state_;

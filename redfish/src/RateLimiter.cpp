@@ -8,6 +8,13 @@ namespace zeda::redfish {
 RateLimiter::RateLimiter(double perSecond)
     : perSecond_(perSecond), burst_(std::max(1.0, perSecond * kBurstSeconds)) {}
 
+void RateLimiter::SetRate(double perSecond) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  perSecond_ = perSecond;
+  burst_ = std::max(1.0, perSecond * kBurstSeconds);
+  buckets_.clear();
+}
+
 void RateLimiter::Forget(Clock::time_point now) {
   for (auto it = buckets_.begin(); it != buckets_.end();) {
     const std::chrono::duration<double> idle = now - it->second.last;
@@ -17,8 +24,8 @@ void RateLimiter::Forget(Clock::time_point now) {
 }
 
 int RateLimiter::Admit(const std::string& address, Clock::time_point now) {
-  if (perSecond_ <= 0) return 0;
   const std::lock_guard<std::mutex> lock(mutex_);
+  if (perSecond_ <= 0) return 0;
   if (buckets_.size() >= kMaxTrackedAddresses && buckets_.count(address) == 0) Forget(now);
   auto [it, added] = buckets_.try_emplace(address, Bucket{burst_, now});
   Bucket& bucket = it->second;

@@ -21,6 +21,9 @@ class RateLimiter {
   // perSecond 0: no limit.
   explicit RateLimiter(double perSecond);
 
+  // A new rate (a reload of the configuration); the buckets start afresh.
+  void SetRate(double perSecond);
+
   // 0 when the request of `address` may go ahead at `now`, else the whole
   // seconds (at least 1) after which it may (Retry-After).
   int Admit(const std::string& address, Clock::time_point now = Clock::now());
@@ -32,9 +35,9 @@ class RateLimiter {
   };
   void Forget(Clock::time_point now);
 
-  const double perSecond_;
-  const double burst_;
   std::mutex mutex_;
+  double perSecond_;  // under mutex_
+  double burst_;      // under mutex_
   std::unordered_map<std::string, Bucket> buckets_;
 };
 

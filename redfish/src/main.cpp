@@ -116,32 +116,102 @@ class ResetOnExit {
   std::function<void()> reset_;
 };
 
-bool SameSection(const RedfishConfig& a, const RedfishConfig& b) {
-  return a.address == b.address && a.port == b.port && a.certificate == b.certificate &&
-         a.key == b.key && a.accounts == b.accounts && a.requestsPerSecond == b.requestsPerSecond;
+// The defaults that depend on the process, filled in as at the start.
+void FillDefaults(RedfishConfig& config, const std::string& programData) {
+  if (config.programData.empty()) config.programData = programData;
+  if (config.accounts.empty()) config.accounts = config.programData + "/redfish-accounts";
 }
 
-// SIGHUP: checks the configuration file again. The inventory follows its
-// sources by itself and the accounts file is read again when it changes; a
-// changed redfish section takes a restart, and a bad one is only reported:
-// the service goes on with the configuration it started with.
-void CheckOnHangUp(net::signal_set& hangUp, const std::string& path, const RedfishConfig& running) {
-  hangUp.async_wait([&hangUp, &path, &running](boost::system::error_code error, int) {
+// The TLS context of `config`: its certificate and key, or the self-signed
+// pair under its program data, made when missing. Throws with the file and
+// the problem.
+std::shared_ptr<net::ssl::context> TlsContextOf(const RedfishConfig& config) {
+  CertificatePaths paths{config.certificate, config.key};
+  if (paths.certificate.empty()) {
+    paths = SelfSignedPaths(config.programData);
+    if (EnsureSelfSigned(paths, CertificateName())) {
+      LOG(INFO) << "Made a self-signed certificate " << paths.certificate;
+    }
+  }
+  return std::make_shared<net::ssl::context>(MakeTlsContext(paths));
+}
+
+// What a reload (SIGHUP) may change while the service runs.
+struct Running {
+  std::string configPath;
+  RedfishConfig config;  // the section in use
+  Server& server;
+  ServerState& state;
+  AccountStore& accounts;
+  RateLimiter& rateLimiter;
+};
+
+// SIGHUP: reads the configuration file again. The inventory follows its
+// sources by itself and the accounts file is read again when it changes. A
+// good redfish section that differs from the one in use is applied whole:
+// the new address is listened on first (when it changed), and only once
+// that worked do the certificate, the accounts file and the rate change.
+// A bad section, a certificate OpenSSL refuses or an address that cannot be
+// listened on is reported in one line, and the section in use stays.
+void ReloadOnHangUp(net::signal_set& hangUp, Running& running);
+
+void ApplySection(net::signal_set& hangUp, Running& running, RedfishConfig now,
+                  std::shared_ptr<net::ssl::context> tls) {
+  if (tls) running.state.tls.Set(std::move(tls));
+  running.accounts.UsePath(now.accounts);
+  if (now.requestsPerSecond != running.config.requestsPerSecond) {
+    running.rateLimiter.SetRate(now.requestsPerSecond);
+  }
+  running.config = std::move(now);
+  const RedfishConfig& config = running.config;
+  LOG(INFO) << "SIGHUP: applied the redfish section of " << running.configPath << ": listening on "
+            << config.address << ":" << running.server.Port() << ", certificate "
+            << (config.certificate.empty() ? "self-signed" : config.certificate) << ", accounts "
+            << config.accounts << ", " << config.requestsPerSecond << " requests per second";
+  ReloadOnHangUp(hangUp, running);
+}
+
+void ReloadOnHangUp(net::signal_set& hangUp, Running& running) {
+  hangUp.async_wait([&hangUp, &running](boost::system::error_code error, int) {
     if (error) return;
+    RedfishConfig now;
+    std::shared_ptr<net::ssl::context> tls;
+    const RedfishConfig& old = running.config;
     try {
-      RedfishConfig now = LoadRedfishConfig(path);
-      if (now.programData.empty()) now.programData = running.programData;
-      if (now.accounts.empty()) now.accounts = now.programData + "/redfish-accounts";
-      if (SameSection(now, running)) {
-        LOG(INFO) << "SIGHUP: " << path << " is good, nothing to change";
-      } else {
-        LOG(WARNING) << "SIGHUP: the redfish section of " << path
-                     << " changed; restart zeda-redfishd to apply it";
-      }
+      now = LoadRedfishConfig(running.configPath);
+      FillDefaults(now, old.programData);
+      const bool sameTls = now.certificate == old.certificate && now.key == old.key &&
+                           (!now.certificate.empty() || now.programData == old.programData);
+      if (!sameTls) tls = TlsContextOf(now);
     } catch (const std::exception& problem) {
       LOG(ERROR) << "SIGHUP: " << problem.what() << "; the configuration in use stays";
+      ReloadOnHangUp(hangUp, running);
+      return;
     }
-    CheckOnHangUp(hangUp, path, running);
+    const bool sameListen = now.address == old.address && now.port == old.port;
+    if (sameListen && !tls && now.accounts == old.accounts &&
+        now.requestsPerSecond == old.requestsPerSecond) {
+      LOG(INFO) << "SIGHUP: " << running.configPath << " is good, nothing to change";
+      ReloadOnHangUp(hangUp, running);
+      return;
+    }
+    if (sameListen) {
+      ApplySection(hangUp, running, std::move(now), std::move(tls));
+      return;
+    }
+    const std::string address = now.address;
+    const unsigned short port = now.port;
+    running.server.Relisten(
+        address, port,
+        [&hangUp, &running, now = std::move(now), tls = std::move(tls)](bool moved) mutable {
+          if (!moved) {
+            LOG(ERROR) << "SIGHUP: the redfish section of " << running.configPath
+                       << " is not applied; the configuration in use stays";
+            ReloadOnHangUp(hangUp, running);
+            return;
+          }
+          ApplySection(hangUp, running, std::move(now), std::move(tls));
+        });
   });
 }
 
@@ -196,19 +266,11 @@ int main(int argc, char** argv) {
     // 500 until then.
     LOG(ERROR) << "Inventory not available: " << message;
   }
-  if (config.programData.empty()) config.programData = zeda::pelka::util::GetProgramDataPath();
-  if (config.accounts.empty()) config.accounts = config.programData + "/redfish-accounts";
+  FillDefaults(config, zeda::pelka::util::GetProgramDataPath());
 
-  CertificatePaths certificate{config.certificate, config.key};
-  std::optional<net::ssl::context> tls;
+  std::shared_ptr<net::ssl::context> tls;
   try {
-    if (certificate.certificate.empty()) {
-      certificate = SelfSignedPaths(config.programData);
-      if (EnsureSelfSigned(certificate, CertificateName())) {
-        LOG(INFO) << "Made a self-signed certificate " << certificate.certificate;
-      }
-    }
-    tls.emplace(MakeTlsContext(certificate));
+    tls = TlsContextOf(config);
   } catch (const std::exception& error) {
     return Refuse(kCannotStart, error.what());
   }
@@ -229,7 +291,7 @@ int main(int argc, char** argv) {
   Services services{*accounts, sessions, [](std::string_view path) { return GetResource(path); },
                     [] { return ServiceRootBody(); }};
   net::io_context io;
-  ServerState state{*tls, services, rateLimiter, {}, {0}, {false}};
+  ServerState state{TlsContextHolder(tls), services, rateLimiter, {}, {0}, {false}};
   Server server(io, state);
   try {
     server.Listen(config.address, config.port);
@@ -248,7 +310,8 @@ int main(int argc, char** argv) {
     StopWhenQuiet(io, state, std::chrono::steady_clock::now() + kStopGrace);
   });
   net::signal_set hangUp(io, SIGHUP);
-  CheckOnHangUp(hangUp, configPath, config);
+  Running running{configPath, config, server, state, *accounts, rateLimiter};
+  ReloadOnHangUp(hangUp, running);
   LOG(INFO) << "Serving https://" << config.address << ":" << server.Port()
             << "/redfish/v1 (accounts " << config.accounts << ")";
 

@@ -90,6 +90,12 @@ TEST(RedfishAccounts, StoreVerifiesAndFollowsTheFile) {
   // A broken file keeps the last good accounts.
   folder.Write("accounts", "garbage\n");
   EXPECT_TRUE(store.Verify("bob", "pw-b"));
+  // Another file named (a reload of the configuration) is read from then on.
+  redfish::WriteAccounts(folder.File("other"), {{"carol", redfish::HashPassword("pw-c")}});
+  store.UsePath(folder.File("other"));
+  EXPECT_FALSE(store.Verify("bob", "pw-b"));
+  EXPECT_TRUE(store.Verify("carol", "pw-c"));
+  EXPECT_EQ(store.Names(), std::vector<std::string>{"carol"});
 }
 
 TEST(RedfishSessions, TokensAreLongRandomAndFindTheirSession) {
@@ -171,6 +177,19 @@ TEST(RedfishRateLimiter, RefusesPastTheBurstAndRefills) {
   EXPECT_EQ(slow.Admit("a", start), 10);  // Retry-After in whole seconds
   redfish::RateLimiter none(0);
   for (int i = 0; i < 1000; ++i) EXPECT_EQ(none.Admit("a", start), 0);
+}
+
+TEST(RedfishRateLimiter, ANewRateAppliesAtOnceWithFreshBuckets) {
+  redfish::RateLimiter limiter(1);  // burst of 2
+  const auto start = redfish::RateLimiter::Clock::now();
+  EXPECT_EQ(limiter.Admit("a", start), 0);
+  EXPECT_EQ(limiter.Admit("a", start), 0);
+  EXPECT_EQ(limiter.Admit("a", start), 1);
+  limiter.SetRate(0);
+  for (int i = 0; i < 100; ++i) EXPECT_EQ(limiter.Admit("a", start), 0);
+  limiter.SetRate(2);  // burst of 4, for "a" too
+  for (int i = 0; i < 4; ++i) EXPECT_EQ(limiter.Admit("a", start), 0) << i;
+  EXPECT_EQ(limiter.Admit("a", start), 1);
 }
 
 }  // namespace

@@ -292,24 +292,114 @@ def test_connection_limit(service):
     check(s == 200, f"after the held connections closed: {s}")
 
 
-def test_hang_up(service):
-    """SIGHUP checks the configuration again; a bad one is reported, the service goes on."""
+def served_certificate(port):
+    with socket.create_connection(("127.0.0.1", port), timeout=10) as plain:
+        with client_context().wrap_socket(plain) as s:
+            return s.getpeercert(binary_form=True)
+
+
+def wait_for_log(service, words, seconds=10):
+    deadline = time.time() + seconds
+    while time.time() < deadline:
+        if words in service.log_text():
+            return True
+        time.sleep(0.1)
+    return False
+
+
+def hang_up_with(service, section, words):
+    """Writes the configuration with `section` as its redfish member, sends
+    SIGHUP and waits for the log line containing `words`."""
+    with open(service.config) as f:
+        config = json.load(f)
+    config["redfish"] = section
+    with open(service.config, "w") as f:
+        json.dump(config, f)
+    before = service.log_text().count(words)
+    service.process.send_signal(signal.SIGHUP)
+    deadline = time.time() + 10
+    while time.time() < deadline and service.log_text().count(words) == before:
+        time.sleep(0.1)
+    return service.log_text().count(words) > before
+
+
+def test_hang_up(args, service):
+    """SIGHUP reads the configuration again: a good redfish section is applied
+    whole (address, certificate, accounts, rate), a bad one or one whose
+    address cannot be listened on is reported and the section in use stays."""
     with open(service.config) as f:
         good = f.read()
+    section = json.loads(good)["redfish"]
     service.process.send_signal(signal.SIGHUP)
-    time.sleep(0.5)
+    check(wait_for_log(service, "is good, nothing to change"),
+          "SIGHUP with an unchanged configuration is logged")
     with open(service.config, "w") as f:
         f.write('{"redfish": {"listen": "nowhere"}}')
     service.process.send_signal(signal.SIGHUP)
-    time.sleep(0.5)
+    check(wait_for_log(service, "the configuration in use stays"),
+          "SIGHUP with a bad configuration is reported")
+    log = service.log_text()
+    check("redfish.listen" in log, "the bad configuration's line names the place")
     with open(service.config, "w") as f:
         f.write(good)
     s, _, _ = service.request("GET", "/redfish/v1")
     check(s == 200 and service.process.poll() is None, f"serving after SIGHUP: {s}")
+
+    # Another address, another certificate and another accounts file.
+    folder = service.folder
+    accounts = os.path.join(folder, "reload-accounts")
+    subprocess.run([args.user_tool, "--accounts", accounts, "add", "reloaded"],
+                   input="Reloaded-Pw-3\n", text=True, check=True, capture_output=True)
+    pair = {"programData": os.path.join(folder, "reload-pd"),
+            "sources": [{"type": "file", "path": args.inventory}], "redfish": {}}
+    pair_config = os.path.join(folder, "reload-pair.json")
+    with open(pair_config, "w") as f:
+        json.dump(pair, f)
+    subprocess.run([args.daemon, "--config", pair_config, "--make-certificate"], check=True,
+                   capture_output=True)
+    old_port, old_certificate = service.port, served_certificate(service.port)
+    new_port = free_port()
+    moved = dict(section, listen=f"127.0.0.1:{new_port}", accounts=accounts,
+                 certificate=os.path.join(folder, "reload-pd", "redfish", "server.crt"),
+                 key=os.path.join(folder, "reload-pd", "redfish", "server.key"))
+    check(hang_up_with(service, moved, "SIGHUP: applied the redfish section"),
+          "SIGHUP with a changed section: applied")
+    service.port = new_port
+    s, _, _ = service.request("GET", "/redfish/v1/Systems", basic("reloaded", "Reloaded-Pw-3"))
+    check(s == 200, f"the new address and the new accounts: {s}")
+    s, _, _ = service.request("GET", "/redfish/v1/Systems", basic("tester", "Tester-Pw-1"))
+    check(s == 401, f"an account of the old accounts file after the reload: {s}")
+    check(served_certificate(new_port) != old_certificate, "the new certificate is served")
+    try:
+        socket.create_connection(("127.0.0.1", old_port), timeout=5).close()
+        check(False, "the old address still accepts connections")
+    except OSError:
+        pass
+
+    # An address that cannot be listened on: nothing of the section applies.
+    with socket.socket() as taken:
+        taken.bind(("127.0.0.1", 0))
+        taken.listen()
+        taken_port = taken.getsockname()[1]
+        blocked = dict(section, listen=f"127.0.0.1:{taken_port}")
+        check(hang_up_with(service, blocked, "is not applied; the configuration in use stays"),
+              "SIGHUP with an address in use: reported")
     log = service.log_text()
-    check("is good, nothing to change" in log, "SIGHUP with a good configuration is logged")
-    check("redfish.listen" in log and "the configuration in use stays" in log,
-          "SIGHUP with a bad configuration is reported, the service goes on")
+    check(f"Cannot listen on 127.0.0.1:{taken_port}" in log and
+          f"still listening on 127.0.0.1:{new_port}" in log,
+          "the line names the address refused and the one kept")
+    s, _, _ = service.request("GET", "/redfish/v1/Systems", basic("reloaded", "Reloaded-Pw-3"))
+    check(s == 200, f"after the refused address, the section in use stays: {s}")
+
+    # Back to the section the service started with.
+    check(hang_up_with(service, section, "SIGHUP: applied the redfish section"),
+          "SIGHUP back to the first section")
+    service.port = old_port
+    s, _, _ = service.request("GET", "/redfish/v1/Systems", basic("tester", "Tester-Pw-1"))
+    check(s == 200 and served_certificate(old_port) == old_certificate,
+          f"back on the first address, accounts and certificate: {s}")
+    with open(service.config, "w") as f:
+        f.write(good)
 
 
 def test_slowloris(service):
@@ -504,7 +594,7 @@ def main():
             test_hostile(service)
             test_tls(service)
             test_connection_limit(service)
-            test_hang_up(service)
+            test_hang_up(args, service)
             if not args.skip_slow:
                 test_slowloris(service)
             s, _, _ = service.request("GET", "/redfish/v1/Systems", basic("tester", "Tester-Pw-1"))
