@@ -17,7 +17,8 @@ bool Same(const DiskRecord& a, const DiskRecord& b) {
   return Fields(a.disk) == Fields(b.disk) && a.health.message == b.health.message &&
          a.health.healthStatus == b.health.healthStatus &&
          a.identity.product == b.identity.product && a.identity.model == b.identity.model &&
-         a.identity.serial == b.identity.serial && a.paths == b.paths;
+         a.identity.serial == b.identity.serial && a.paths == b.paths &&
+         a.mediaLifeLeftPercent == b.mediaLifeLeftPercent;
 }
 
 bool Same(const zeda::orvi::OrviDiskGroup& a, const zeda::orvi::OrviDiskGroup& b) {

@@ -96,9 +96,9 @@ void ApplyHealth(const BlockDisk& disk, const SmartReport* smart, DiskRecord& re
   record.health = {smart->reason, kHealthUnknown};
 }
 
-// Identity, interface, identifier (not yet unique), firmware, capacity and
-// speed of one disk, from the sysfs and udev data of the path that serves it
-// and its smartctl report (may be null).
+// Identity, interface, identifier (not yet unique), firmware, capacity,
+// speed and media life left of one disk, from the sysfs and udev data of the
+// path that serves it and its smartctl report (may be null).
 DiskRecord DescribeDisk(const BlockDisk& disk, const UdevProperties& udev,
                         const SmartReport* report, const std::string& worldWideName) {
   DiskRecord record;
@@ -123,6 +123,7 @@ DiskRecord DescribeDisk(const BlockDisk& disk, const UdevProperties& udev,
       FirstOf({Property(udev, "ID_REVISION"), report ? report->firmware : "", disk.firmware}));
   record.disk.capacity = disk.sizeBytes.value_or(0);
   record.disk.isSsd = disk.rotational.has_value() && !*disk.rotational;
+  if (report != nullptr) record.mediaLifeLeftPercent = report->mediaLifeLeftPercent;
   if (!record.disk.isSsd) {
     const std::string udevRate = Property(udev, "ID_ATA_ROTATION_RATE_RPM");
     if (report != nullptr && report->rotationRate) {

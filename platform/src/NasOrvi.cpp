@@ -43,16 +43,21 @@ zeda::orvi::OrviDiskList NasOrvi::GetDiskList() {
 
 std::optional<zeda::orvi::OrviDisk> NasOrvi::FindListedDisk(const std::string& id) {
   TraceCall(nas_.name, "GetDiskList", "");
+  const DiskRecord* record = FindListedRecord(id);
+  if (record == nullptr) return std::nullopt;
+  return record->disk;
+}
+
+const DiskRecord* NasOrvi::FindListedRecord(const std::string& id) const {
   // The index finds the first disk whose identifier equals `id` without
   // regard to letter case; an exact match can only be that one or a later
   // one, which only identifiers differing in case alone make possible.
   const auto found = index_.FindByIdentifier(id);
-  if (!found) return std::nullopt;
-  if (nas_.disks[*found].disk.id == id) return nas_.disks[*found].disk;
-  for (std::size_t i = *found + 1; i < nas_.disks.size(); ++i) {
-    if (nas_.disks[i].disk.id == id) return nas_.disks[i].disk;
+  if (!found) return nullptr;
+  for (std::size_t i = *found; i < nas_.disks.size(); ++i) {
+    if (nas_.disks[i].disk.id == id) return &nas_.disks[i];
   }
-  return std::nullopt;
+  return nullptr;
 }
 
 }  // namespace zeda::pelka::platform

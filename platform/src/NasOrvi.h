@@ -28,6 +28,10 @@ class NasOrvi final : public zeda::orvi::Orvi {
   std::optional<zeda::orvi::OrviDisk> FindListedDisk(const std::string& id) override;
   // Unknown disks throw std::runtime_error "Disk not found: <key>".
 
+  // The record of the disk FindListedDisk finds, or nullptr; no NAS API
+  // call, so not traced.
+  const DiskRecord* FindListedRecord(const std::string& id) const;
+
  private:
   const NasRecord& nas_;
   const DiskKeyIndex index_;  // of nas_.disks

@@ -109,6 +109,60 @@ void CheckTypes(const json& document) {
   }
 }
 
+// The member `name` of `object`, or nullptr when `object` is not an object
+// or lacks it.
+const json* Member(const json* object, const char* name) {
+  if (object == nullptr || !object->is_object()) return nullptr;
+  const auto it = object->find(name);
+  return it == object->end() ? nullptr : &*it;
+}
+
+std::optional<std::uint64_t> WholeNumber(const json* value) {
+  if (value == nullptr || !value->is_number_unsigned()) return std::nullopt;
+  return value->get<std::uint64_t>();
+}
+
+// Device statistics of an ATA drive, which smartctl lists only when asked
+// for them (-l devstat, -l ssd, -x): the entry of the Solid State Device
+// Statistics page, in whichever page smartctl lists it. An entry whose value
+// the drive marks not valid has no "value".
+std::optional<std::uint64_t> AtaPercentageUsed(const json& document) {
+  const json* pages = Member(Member(&document, "ata_device_statistics"), "pages");
+  if (pages == nullptr || !pages->is_array()) return std::nullopt;
+  for (const json& page : *pages) {
+    const json* table = Member(&page, "table");
+    if (table == nullptr || !table->is_array()) continue;
+    for (const json& entry : *table) {
+      const json* name = Member(&entry, "name");
+      if (name != nullptr && name->is_string() &&
+          name->get_ref<const std::string&>() == "Percentage Used Endurance Indicator") {
+        return WholeNumber(Member(&entry, "value"));
+      }
+    }
+  }
+  return std::nullopt;
+}
+
+// The drive's own estimate of the share of its rated endurance it has used,
+// which may exceed 100: the first of the vendor-neutral indicators the
+// answer has. A member of another type than a whole number of 0 or more
+// counts as no indicator (the rest of the answer is still believed);
+// vendor-specific ATA attributes are never read.
+std::optional<std::uint64_t> PercentageUsed(const json& document) {
+  if (const auto used = WholeNumber(
+          Member(Member(&document, "nvme_smart_health_information_log"), "percentage_used"))) {
+    return used;
+  }
+  if (const auto used = AtaPercentageUsed(document)) return used;
+  return WholeNumber(Member(&document, "scsi_percentage_used_endurance_indicator"));
+}
+
+std::optional<std::uint32_t> MediaLifeLeft(const json& document) {
+  const auto used = PercentageUsed(document);
+  if (!used) return std::nullopt;
+  return *used >= 100 ? 0U : static_cast<std::uint32_t>(100 - *used);
+}
+
 }  // namespace
 
 SmartReport ParseSmartctlOutput(const std::string& output, int exitStatus) {
@@ -131,6 +185,7 @@ SmartReport ParseSmartctlOutput(const std::string& output, int exitStatus) {
   if (rotation != document.end() && rotation->is_number_unsigned()) {
     report.rotationRate = rotation->get<std::uint32_t>();
   }
+  report.mediaLifeLeftPercent = MediaLifeLeft(document);
   report.attributesAtThreshold = (exitStatus & kPrefailAtThreshold) != 0;
   const auto status = document.find("smart_status");
   const std::string errors = ErrorMessages(document);

@@ -31,6 +31,11 @@ struct SmartReport {
   std::string model;
   std::string serial;
   std::string firmware;
+  // Percentage of its rated media life the drive has left: 100 less the
+  // "percentage used" it reports in a vendor-neutral wear indicator (NVMe
+  // health log, ATA device statistics, SCSI solid state media log page), 0
+  // once that reaches 100. Nothing when the answer has no such indicator.
+  std::optional<std::uint32_t> mediaLifeLeftPercent;
 };
 
 // Reads one `smartctl --json` output with the exit status smartctl ended

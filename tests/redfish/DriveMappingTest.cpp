@@ -172,6 +172,16 @@ TEST(RedfishDriveMapping, CapacityIsWholeBlocks) {
   EXPECT_EQ(DriveValuesOf(disk, {}, {}).capacityBytes, 0u);
 }
 
+TEST(RedfishDriveMapping, MediaLifeLeftOnlyWhenKnown) {
+  const OrviDisk disk = SataDisk();
+  EXPECT_EQ(DriveValuesOf(disk, {}, {}).mediaLifeLeftPercent, std::nullopt);
+  EXPECT_EQ(DriveValuesOf(disk, {}, {}, std::nullopt).mediaLifeLeftPercent, std::nullopt);
+  EXPECT_EQ(DriveValuesOf(disk, {}, {}, 97).mediaLifeLeftPercent, 97u);
+  EXPECT_EQ(DriveValuesOf(disk, {}, {}, 0).mediaLifeLeftPercent, 0u);
+  EXPECT_EQ(DriveValuesOf(disk, {}, {}, 100).mediaLifeLeftPercent, 100u);
+  EXPECT_EQ(DriveValuesOf(disk, {}, {}, 130).mediaLifeLeftPercent, 100u);
+}
+
 TEST(RedfishDriveMapping, PoolsOfTheCimModel) {
   const PoolValues free = PoolValuesOf(1, 8001563222016);
   EXPECT_EQ(free.id, "PrimordialPool1");

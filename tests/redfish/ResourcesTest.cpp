@@ -123,6 +123,24 @@ TEST_F(RedfishResources, DriveCarriesTheMappedValues) {
   EXPECT_EQ(Get(odd + "~6469736b2039")["Name"], "disk 9");
 }
 
+TEST_F(RedfishResources, MediaLifeLeftOfTheDiskRecordWhenKnown) {
+  zeda::pelka::platform::NasRecord nas = ExampleNas1();
+  nas.disks[5].mediaLifeLeftPercent = 42;  // 0:6
+  nas.disks[6].mediaLifeLeftPercent = 0;   // 0:7
+  // A later record of 0:1 is not the Drive's: its value does not show.
+  nas.disks.push_back(RedfishDisk("0:1"));
+  nas.disks.back().mediaLifeLeftPercent = 77;
+  zeda::pelka::platform::Inventory inventory;
+  inventory.nas = {nas};
+  zeda::pelka::platform::UseInMemoryInventory(std::move(inventory));
+  EXPECT_EQ(Get(std::string(kStorage) + "/Drives/0:6")["PredictedMediaLifeLeftPercent"], 42);
+  EXPECT_EQ(Get(std::string(kStorage) + "/Drives/0:7")["PredictedMediaLifeLeftPercent"], 0);
+  EXPECT_FALSE(
+      Get(std::string(kStorage) + "/Drives/0:1").contains("PredictedMediaLifeLeftPercent"));
+  EXPECT_FALSE(
+      Get(std::string(kStorage) + "/Drives/0:3").contains("PredictedMediaLifeLeftPercent"));
+}
+
 TEST_F(RedfishResources, PoolsWithCapacityAndProvidingDrives) {
   const std::string pools = std::string(kStorage) + "/StoragePools";
   EXPECT_EQ(Get(pools)["Members@odata.count"], 4);

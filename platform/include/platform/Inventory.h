@@ -21,6 +21,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,10 @@ struct DiskRecord {
   // order: one for a plain disk, one per path of a multipath disk ("sdb",
   // "sdk"). Only the linux source fills it; no NAS API answer shows it.
   std::vector<std::string> paths;
+  // The percentage of its rated media life the disk has left (0 to 100), as
+  // its SMART wear indicator tells; nothing when unknown. Only the linux
+  // source fills it; no NAS API answer shows it (platform/MediaLife.h).
+  std::optional<std::uint32_t> mediaLifeLeftPercent;
 };
 
 struct NasRecord {

@@ -4,13 +4,15 @@
 #include "model/Json.h"
 #include "model/Paths.h"
 #include "model/Schemas.h"
+#include "platform/MediaLife.h"
 
 namespace zeda::redfish::model {
 
 Reply DriveReply(const NasIndex& nas, std::size_t position, zeda::orvi::Orvi& orvi) {
   const zeda::orvi::OrviDisk& disk = nas.disks[position];
   const DriveValues values =
-      DriveValuesOf(disk, orvi.GetDiskHealth(HealthKeyOf(disk.id)), orvi.GetDiskIdentity(disk.id));
+      DriveValuesOf(disk, orvi.GetDiskHealth(HealthKeyOf(disk.id)), orvi.GetDiskIdentity(disk.id),
+                    zeda::pelka::platform::MediaLifeLeftPercent(orvi, disk.id));
 
   Json drive = Json::object();
   drive["@odata.id"] = DrivePath(nas.segment, nas.diskSegments[position]);
@@ -36,6 +38,9 @@ Reply DriveReply(const NasIndex& nas, std::size_t position, zeda::orvi::Orvi& or
   if (values.condition.health) status["Health"] = *values.condition.health;
   drive["Status"] = status;
   drive["FailurePredicted"] = values.condition.failurePredicted;
+  if (values.mediaLifeLeftPercent) {
+    drive["PredictedMediaLifeLeftPercent"] = *values.mediaLifeLeftPercent;
+  }
 
   Json pools = Json::array();
   for (int pool = 1; pool <= 4; ++pool) {

@@ -12,7 +12,8 @@ namespace zeda::redfish::model {
 
 // The Drive of nas.disks[position]; asks `orvi` (the NAS's API object of
 // the same inventory) for the disk's health and identity, as the CIM
-// classes do: health by the health key, identity by the identifier.
+// classes do: health by the health key, identity by the identifier; and the
+// library for the disk's media life left, by the identifier.
 Reply DriveReply(const NasIndex& nas, std::size_t position, zeda::orvi::Orvi& orvi);
 
 }  // namespace zeda::redfish::model

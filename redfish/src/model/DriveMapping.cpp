@@ -1,5 +1,6 @@
 #include "model/DriveMapping.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "inventory/Library.h"
@@ -136,7 +137,8 @@ std::optional<std::string_view> ProtocolOf(std::uint16_t interconnectType,
 
 DriveValues DriveValuesOf(const zeda::orvi::OrviDisk& disk,
                           const zeda::orvi::OrviDiskHealth& health,
-                          const zeda::orvi::OrviDiskIdentity& identity) {
+                          const zeda::orvi::OrviDiskIdentity& identity,
+                          std::optional<std::uint32_t> mediaLifeLeftPercent) {
   const CimDriveFigures figures = CimFiguresOf(disk, health.healthStatus);
   DriveValues values;
   values.name = disk.id;
@@ -150,6 +152,7 @@ DriveValues DriveValuesOf(const zeda::orvi::OrviDisk& disk,
   values.rotationSpeedRpm = figures.rpm;
   values.durableName = DurableNameOf(disk.id);
   values.condition = ConditionOf(figures.operationalStatus, figures.healthState);
+  if (mediaLifeLeftPercent) values.mediaLifeLeftPercent = std::min(*mediaLifeLeftPercent, 100U);
   return values;
 }
 

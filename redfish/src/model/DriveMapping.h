@@ -1,5 +1,7 @@
 // The one mapping from the NAS API records of a disk to the values of its
-// Redfish Drive, and of a primordial pool to its Swordfish StoragePool.
+// Redfish Drive, and of a primordial pool to its Swordfish StoragePool. The
+// one value no NAS API record carries, the media life left of a disk, comes
+// from the library's disk record beside them and no CIM class shows it.
 //
 // It goes in two steps so that both protocols tell the same truth: first the
 // records give the figures the CIM classes report (the same rules as the
@@ -81,11 +83,16 @@ struct DriveValues {
   std::uint32_t rotationSpeedRpm = 0;
   std::optional<DurableName> durableName;
   DriveCondition condition;
+  // PredictedMediaLifeLeftPercent, only when known (no CIM class shows it)
+  std::optional<std::uint32_t> mediaLifeLeftPercent;
 };
 
+// `mediaLifeLeftPercent` is what the library knows beside the NAS API
+// records (platform/MediaLife.h); shown as it is, never above 100.
 DriveValues DriveValuesOf(const zeda::orvi::OrviDisk& disk,
                           const zeda::orvi::OrviDiskHealth& health,
-                          const zeda::orvi::OrviDiskIdentity& identity);
+                          const zeda::orvi::OrviDiskIdentity& identity,
+                          std::optional<std::uint32_t> mediaLifeLeftPercent = std::nullopt);
 
 // One primordial pool as a Swordfish StoragePool shows it.
 struct PoolValues {
