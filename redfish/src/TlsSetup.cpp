@@ -137,6 +137,17 @@ bool EnsureSelfSigned(const CertificatePaths& paths, const std::string& hostName
   return true;
 }
 
+void ApplyTlsPolicy(SSL_CTX* context) {
+  SSL_CTX_set_min_proto_version(context, TLS1_2_VERSION);
+  // TLS 1.2: forward secrecy and authenticated encryption only (TLS 1.3's
+  // suites are all of that kind).
+  SSL_CTX_set_cipher_list(context,
+                          "ECDHE-ECDSA-AES128-GCM-SHA256:ECDHE-RSA-AES128-GCM-SHA256:"
+                          "ECDHE-ECDSA-AES256-GCM-SHA384:ECDHE-RSA-AES256-GCM-SHA384:"
+                          "ECDHE-ECDSA-CHACHA20-POLY1305:ECDHE-RSA-CHACHA20-POLY1305");
+  SSL_CTX_set_options(context, SSL_OP_NO_RENEGOTIATION | SSL_OP_CIPHER_SERVER_PREFERENCE);
+}
+
 boost::asio::ssl::context MakeTlsContext(const CertificatePaths& paths) {
   namespace ssl = boost::asio::ssl;
   ssl::context context(ssl::context::tls_server);
@@ -144,14 +155,7 @@ boost::asio::ssl::context MakeTlsContext(const CertificatePaths& paths) {
                       ssl::context::no_sslv3 | ssl::context::no_tlsv1 | ssl::context::no_tlsv1_1 |
                       ssl::context::single_dh_use);
   SSL_CTX* native = context.native_handle();
-  SSL_CTX_set_min_proto_version(native, TLS1_2_VERSION);
-  // TLS 1.2: forward secrecy and authenticated encryption only (TLS 1.3's
-  // suites are all of that kind).
-  SSL_CTX_set_cipher_list(native,
-                          "ECDHE-ECDSA-AES128-GCM-SHA256:ECDHE-RSA-AES128-GCM-SHA256:"
-                          "ECDHE-ECDSA-AES256-GCM-SHA384:ECDHE-RSA-AES256-GCM-SHA384:"
-                          "ECDHE-ECDSA-CHACHA20-POLY1305:ECDHE-RSA-CHACHA20-POLY1305");
-  SSL_CTX_set_options(native, SSL_OP_NO_RENEGOTIATION | SSL_OP_CIPHER_SERVER_PREFERENCE);
+  ApplyTlsPolicy(native);
   if (SSL_CTX_use_certificate_chain_file(native, paths.certificate.c_str()) != 1) {
     Fail("Cannot use certificate " + paths.certificate);
   }

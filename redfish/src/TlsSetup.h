@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include <openssl/ssl.h>
+
 #include <boost/asio/ssl/context.hpp>
 
 namespace zeda::redfish {
@@ -21,7 +23,12 @@ CertificatePaths SelfSignedPaths(const std::string& programData);
 // std::runtime_error naming the file and the problem.
 bool EnsureSelfSigned(const CertificatePaths& paths, const std::string& hostName);
 
-// A server context with that certificate; throws std::runtime_error
+// The service's TLS policy on a server context: TLS 1.2 or later, with TLS 1.2
+// only ECDHE with AES-GCM or ChaCha20-Poly1305, server preference, no
+// renegotiation. The benchmark of another HTTP library applies it too.
+void ApplyTlsPolicy(SSL_CTX* context);
+
+// A server context with that policy and that certificate; throws std::runtime_error
 // "Cannot use certificate <file>: <reason>" when OpenSSL refuses it.
 boost::asio::ssl::context MakeTlsContext(const CertificatePaths& paths);
 
