@@ -57,8 +57,9 @@ int main(int argc, char** argv) {
     RateLimiter unlimited(0);
     Services services{accounts, sessions, [](std::string_view) { return Reply(); },
                       [&body] { return body; }};
-    boost::asio::io_context io;
     ServerState state{tls, services, unlimited, {}, {0}, {false}};
+    // After what connections use: destroying it ends the open ones.
+    boost::asio::io_context io;
     Server server(io, state);
     server.Listen("127.0.0.1", static_cast<unsigned short>(std::stoi(port)));
     server.Start();

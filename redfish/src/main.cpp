@@ -290,8 +290,10 @@ int main(int argc, char** argv) {
   RateLimiter rateLimiter(config.requestsPerSecond);
   Services services{*accounts, sessions, [](std::string_view path) { return GetResource(path); },
                     [] { return ServiceRootBody(); }};
-  net::io_context io;
   ServerState state{TlsContextHolder(tls), services, rateLimiter, {}, {0}, {false}};
+  // Made after what connections use: when the process ends with connections
+  // still open, destroying `io` ends them, and they let go of `state`.
+  net::io_context io;
   Server server(io, state);
   try {
     server.Listen(config.address, config.port);

@@ -18,6 +18,7 @@ import stat
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 import warnings
 
@@ -578,6 +579,56 @@ def test_streamed(args, folder):
         service.stop()
 
 
+def test_stop_while_streaming(args, folder):
+    """SIGTERM while clients stream a Storage of 10,000 drives and while others
+    asked for it and read nothing (the server's writes wait on full socket
+    buffers): the service stops with status 0, whatever is still open."""
+    inventory = os.path.join(folder, "inventory-10000.json")
+    maker = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "scripts", "lib",
+                         "make_inventory.py")
+    subprocess.run([sys.executable, maker, "1", "10000", inventory], check=True)
+    big = argparse.Namespace(**vars(args))
+    big.inventory = inventory
+    service = Service(big, folder, "stop", {"requestsPerSecond": 0})
+    target = "/redfish/v1/Systems/gen00/Storage/1"
+    stop = threading.Event()
+    answered = []
+
+    def client():
+        while not stop.is_set():
+            try:
+                c = service.connect()
+                while not stop.is_set():
+                    s, _, _ = service.request("GET", target, basic("tester", "Tester-Pw-1"),
+                                              connection=c)
+                    answered.append(s)
+            except (OSError, http.client.HTTPException):
+                time.sleep(0.05)
+
+    stalled = []
+    request = (f"GET {target} HTTP/1.1\r\nHost: x\r\nAuthorization: " +
+               basic("tester", "Tester-Pw-1")["Authorization"] + "\r\n\r\n").encode()
+    for _ in range(4):
+        plain = socket.create_connection(("127.0.0.1", service.port), timeout=10)
+        plain.setsockopt(socket.SOL_SOCKET, socket.SO_RCVBUF, 4096)
+        tls = client_context().wrap_socket(plain)
+        tls.sendall(request)
+        stalled.append(tls)
+    clients = [threading.Thread(target=client) for _ in range(4)]
+    for t in clients:
+        t.start()
+    time.sleep(1.5)
+    status = service.stop()
+    stop.set()
+    for t in clients:
+        t.join(timeout=20)
+    for tls in stalled:
+        tls.close()
+    check(answered and set(answered) == {200}, f"answers while streaming: {sorted(set(answered))}")
+    check(status == 0 and "Stopped" in service.log_text(),
+          f"SIGTERM while streaming: status {status}, {service.log_text()[-300:]!r}")
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--daemon", required=True)
@@ -608,6 +659,7 @@ def main():
         test_rate_limit(args, folder)
         test_streamed(args, folder)
         test_bad_config(args, folder)
+        test_stop_while_streaming(args, folder)
         test_make_certificate(args, folder)
         if FAILURES:
             print(service.log_text()[-3000:])
