@@ -617,7 +617,12 @@ def test_stop_while_streaming(args, folder):
     clients = [threading.Thread(target=client) for _ in range(4)]
     for t in clients:
         t.start()
-    time.sleep(1.5)
+    # Until the streams run (the first request indexes 10,000 disks, slowly
+    # under the sanitizers), then a little longer.
+    deadline = time.time() + 60
+    while len(answered) < 4 and time.time() < deadline:
+        time.sleep(0.1)
+    time.sleep(0.5)
     status = service.stop()
     stop.set()
     for t in clients:
