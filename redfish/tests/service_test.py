@@ -551,16 +551,21 @@ def test_make_certificate(args, folder):
           f"--make-certificate where it cannot write: {p.returncode} {p.stderr!r}")
 
 
+def one_nas_service(args, folder, name, disks):
+    """The daemon over a generated inventory of one NAS of `disks` disks."""
+    inventory = os.path.join(folder, f"inventory-{disks}.json")
+    maker = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "scripts", "lib",
+                         "make_inventory.py")
+    subprocess.run([sys.executable, maker, "1", str(disks), inventory], check=True)
+    generated = argparse.Namespace(**vars(args))
+    generated.inventory = inventory
+    return Service(generated, folder, name, {"requestsPerSecond": 0})
+
+
 def test_streamed(args, folder):
     """A Storage of 2,500 drives is streamed (chunked) and arrives whole; HEAD
     of it has no body; the connection serves the next request after it."""
-    inventory = os.path.join(folder, "inventory-2500.json")
-    maker = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "scripts", "lib",
-                         "make_inventory.py")
-    subprocess.run([sys.executable, maker, "1", "2500", inventory], check=True)
-    big = argparse.Namespace(**vars(args))
-    big.inventory = inventory
-    service = Service(big, folder, "big", {"requestsPerSecond": 0})
+    service = one_nas_service(args, folder, "big", 2500)
     try:
         c = service.connect()
         good = basic("tester", "Tester-Pw-1")
@@ -583,13 +588,7 @@ def test_stop_while_streaming(args, folder):
     """SIGTERM while clients stream a Storage of 10,000 drives and while others
     asked for it and read nothing (the server's writes wait on full socket
     buffers): the service stops with status 0, whatever is still open."""
-    inventory = os.path.join(folder, "inventory-10000.json")
-    maker = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "scripts", "lib",
-                         "make_inventory.py")
-    subprocess.run([sys.executable, maker, "1", "10000", inventory], check=True)
-    big = argparse.Namespace(**vars(args))
-    big.inventory = inventory
-    service = Service(big, folder, "stop", {"requestsPerSecond": 0})
+    service = one_nas_service(args, folder, "stop", 10000)
     target = "/redfish/v1/Systems/gen00/Storage/1"
     stop = threading.Event()
     answered = []
