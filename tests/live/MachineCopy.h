@@ -11,6 +11,16 @@
 
 namespace zeda::test {
 
+// A linux source over a recorded machine as it stands (it is only read).
+inline pelka::platform::LinuxSourceConfig RecordedMachineConfig(const std::string& fixture,
+                                                                const std::string& nas) {
+  pelka::platform::LinuxSourceConfig config;
+  config.nas = nas;
+  config.root = fixture + "/root";
+  config.smartctl = fixture + "/smartctl";
+  return config;
+}
+
 class MachineCopy {
  public:
   // `fixture`: a directory with root/ and smartctl, e.g. ZEDA_MULTIPATH_FIXTURE.

@@ -26,11 +26,7 @@ using Paths = std::vector<std::string>;
 const std::string kMultipath = ZEDA_MULTIPATH_FIXTURE;
 
 pelka::platform::LinuxSourceConfig MultipathConfig() {
-  pelka::platform::LinuxSourceConfig config;
-  config.nas = "mp";
-  config.root = kMultipath + "/root";
-  config.smartctl = kMultipath + "/smartctl";
-  return config;
+  return RecordedMachineConfig(kMultipath, "mp");
 }
 
 struct DiskPaths {

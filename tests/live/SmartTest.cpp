@@ -11,6 +11,7 @@
 #include "ErrorLines.h"
 #include "Fixtures.h"
 #include "LinuxSource.h"
+#include "MachineCopy.h"
 #include "Smart.h"
 
 namespace zeda::test {
@@ -25,13 +26,7 @@ using pelka::platform::SmartReport;
 
 const std::string kFixture = ZEDA_LINUX_FIXTURE;
 
-LinuxSourceConfig FixtureConfig() {
-  LinuxSourceConfig config;
-  config.nas = "fx";
-  config.root = kFixture + "/root";
-  config.smartctl = kFixture + "/smartctl";
-  return config;
-}
+LinuxSourceConfig FixtureConfig() { return RecordedMachineConfig(kFixture, "fx"); }
 
 std::map<std::string, DiskRecord> ById(const NasRecord& nas) {
   std::map<std::string, DiskRecord> disks;

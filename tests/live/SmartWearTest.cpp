@@ -27,11 +27,7 @@ constexpr char kSataHddId[] = "wwn-0x50014ee2b1111111";
 
 // The recorded machine as it stands (it is only read).
 pelka::platform::LinuxSourceConfig WearMachineConfig() {
-  pelka::platform::LinuxSourceConfig config;
-  config.nas = "fx";
-  config.root = kWearMachine + "/root";
-  config.smartctl = kWearMachine + "/smartctl";
-  return config;
+  return RecordedMachineConfig(kWearMachine, "fx");
 }
 
 SmartReport ParseWear(const std::string& members) {
